@@ -1,0 +1,96 @@
+#include "platform/files.h"
+
+#include "base/runtime_error.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace
+{
+
+RuntimeError FromErrno(int error, const QString &path)
+{
+    switch (error) {
+    case ENOENT:
+        return {RuntimeError::FileNotFoundNumber, QStringLiteral("File not found: ") + path};
+    case ENOSPC:
+    case EDQUOT:
+        return {RuntimeError::DiskFullNumber, QStringLiteral("Disk full: ") + path};
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case EBUSY:
+    case ETXTBSY:
+        return {RuntimeError::PermissionDeniedNumber, QStringLiteral("Permission denied: ") + path};
+    default:
+        return {RuntimeError::PathAccessNumber, QStringLiteral("Path/File access error: ") + path};
+    }
+}
+
+RuntimeError FromFileError(const QFileDevice &file, const QString &path)
+{
+    switch (file.error()) {
+    case QFileDevice::ResourceError:
+    case QFileDevice::WriteError:
+        return {RuntimeError::DiskFullNumber, QStringLiteral("Disk full or not writable: ") + path +
+                                                  QStringLiteral(" (") + file.errorString() +
+                                                  QLatin1Char(')')};
+    case QFileDevice::PermissionsError:
+        return {RuntimeError::PermissionDeniedNumber, QStringLiteral("Permission denied: ") + path};
+    default:
+        return {RuntimeError::PathAccessNumber, QStringLiteral("Path/File access error: ") + path +
+                                                    QStringLiteral(" (") + file.errorString() +
+                                                    QLatin1Char(')')};
+    }
+}
+
+} // namespace
+
+bool Files::FileExists(const QString &path)
+{
+    return QFileInfo(path).isFile();
+}
+
+void Files::CopyFile(const QString &from, const QString &to, bool overwrite)
+{
+    QFile source(from);
+    if (!source.exists())
+        throw RuntimeError(RuntimeError::FileNotFoundNumber,
+                           QStringLiteral("File not found: ") + from);
+    if (!overwrite && QFileInfo::exists(to))
+        throw RuntimeError(RuntimeError::FileExistsNumber,
+                           QStringLiteral("File already exists: ") + to);
+    if (!QFileInfo(QFileInfo(to).absolutePath()).isDir())
+        throw RuntimeError(RuntimeError::PathNotFoundNumber,
+                           QStringLiteral("Path not found: ") + to);
+    if (!source.open(QIODevice::ReadOnly))
+        throw FromFileError(source, from);
+    QSaveFile target(to);
+    if (!target.open(QIODevice::WriteOnly))
+        throw FromFileError(target, to);
+    while (!source.atEnd()) {
+        const QByteArray block = source.read(1 << 20);
+        if (source.error() != QFileDevice::NoError)
+            throw FromFileError(source, from);
+        if (target.write(block) != block.size())
+            throw FromFileError(target, to);
+    }
+    if (!target.commit())
+        throw FromFileError(target, to);
+}
+
+void Files::Kill(const QString &path)
+{
+    if (std::remove(QFile::encodeName(path).constData()) != 0)
+        throw FromErrno(errno, path);
+}
+
+void Files::Name(const QString &from, const QString &to)
+{
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        throw FromErrno(errno, from);
+}
