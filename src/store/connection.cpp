@@ -1,0 +1,324 @@
+#include "store/connection.h"
+
+#include <QFile>
+#include <QHash>
+#include <QtEndian>
+
+#include <sqlite3.h>
+
+#include <utility>
+
+namespace
+{
+
+RuntimeError LastError(sqlite3 *database)
+{
+    return RuntimeError::Store(QString::fromUtf8(sqlite3_errmsg(database)));
+}
+
+void Check(sqlite3 *database, int result)
+{
+    if (result != SQLITE_OK)
+        throw LastError(database);
+}
+
+/// Looks into the header alone, so that a foreign file is not even locked.
+void RequireOurFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw RuntimeError::Store(
+            QStringLiteral("Could not open file '%1': %2").arg(path, file.errorString()));
+    const QByteArray header = file.read(100);
+    constexpr int markOffset = 68;
+    if (header.size() < 100 || !header.startsWith(QByteArray("SQLite format 3\0", 16)) ||
+        qFromBigEndian<qint32>(header.constData() + markOffset) != ApplicationMark)
+        throw RuntimeError::Store(QStringLiteral("Unrecognized database format '%1'.").arg(path));
+}
+
+} // namespace
+
+Statement::Statement(sqlite3 *database, const QString &sql) : m_database(database)
+{
+    const QByteArray text = sql.toUtf8();
+    Check(database,
+          sqlite3_prepare_v2(database, text.constData(), int(text.size()), &m_statement, nullptr));
+}
+
+Statement::Statement(Statement &&other) noexcept
+    : m_database(other.m_database), m_statement(std::exchange(other.m_statement, nullptr))
+{}
+
+Statement::~Statement()
+{
+    sqlite3_finalize(m_statement);
+}
+
+void Statement::Bind(int index, Currency value)
+{
+    Bind(index, qint64{value.Units()});
+}
+
+void Statement::Bind(int index, Single value)
+{
+    Bind(index, value.ToDouble());
+}
+
+void Statement::Bind(int index, Integer value)
+{
+    Bind(index, qint64{value.Value()});
+}
+
+void Statement::Bind(int index, qint64 value)
+{
+    Check(m_database, sqlite3_bind_int64(m_statement, index, value));
+}
+
+void Statement::Bind(int index, double value)
+{
+    Check(m_database, sqlite3_bind_double(m_statement, index, value));
+}
+
+void Statement::Bind(int index, const QString &value)
+{
+    const QByteArray text = value.toUtf8();
+    Check(m_database,
+          sqlite3_bind_text64(m_statement, index, text.constData(), sqlite3_uint64(text.size()),
+                              SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
+void Statement::Bind(int index, QDate value)
+{
+    if (value.isValid())
+        Bind(index, value.toString(Qt::ISODate));
+    else
+        BindNull(index);
+}
+
+void Statement::Bind(int index, QTime value)
+{
+    if (value.isValid())
+        Bind(index, value.toString(QStringLiteral("HH:mm:ss.zzz")));
+    else
+        BindNull(index);
+}
+
+void Statement::BindNull(int index)
+{
+    Check(m_database, sqlite3_bind_null(m_statement, index));
+}
+
+bool Statement::Step()
+{
+    const int result = sqlite3_step(m_statement);
+    if (result == SQLITE_ROW)
+        return true;
+    if (result != SQLITE_DONE)
+        throw LastError(m_database);
+    return false;
+}
+
+void Statement::Reset()
+{
+    sqlite3_reset(m_statement);
+}
+
+int Statement::ColumnCount() const
+{
+    return sqlite3_column_count(m_statement);
+}
+
+QString Statement::ColumnName(int column) const
+{
+    return QString::fromUtf8(sqlite3_column_name(m_statement, column));
+}
+
+FieldType Statement::ColumnType(int column) const
+{
+    static const QHash<QByteArray, FieldType> types = {
+        {"INTEGER CURRENCY", FieldType::Currency},
+        {"REAL SINGLE", FieldType::Single},
+        {"INTEGER COUNTER", FieldType::Counter},
+        {"INTEGER LONG", FieldType::Long},
+        {"INTEGER", FieldType::Long},
+        {"INTEGER YESNO", FieldType::YesNo},
+        {"TEXT DATE", FieldType::Date},
+        {"TEXT TIME", FieldType::Time},
+    };
+    return types.value(sqlite3_column_decltype(m_statement, column), FieldType::Text);
+}
+
+bool Statement::IsNull(int column) const
+{
+    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
+}
+
+qint64 Statement::Int64(int column) const
+{
+    return sqlite3_column_int64(m_statement, column);
+}
+
+double Statement::Double(int column) const
+{
+    return sqlite3_column_double(m_statement, column);
+}
+
+QString Statement::Text(int column) const
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    return text ? QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column)) : QString();
+}
+
+namespace
+{
+
+int Digits(const char *text, int count)
+{
+    int value = 0;
+    for (int i = 0; i < count; ++i) {
+        if (text[i] < '0' || text[i] > '9')
+            return -1;
+        value = value * 10 + (text[i] - '0');
+    }
+    return value;
+}
+
+} // namespace
+
+QDate Statement::Date(int column) const
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    if (!text || sqlite3_column_bytes(m_statement, column) < 10)
+        return {};
+    return QDate(Digits(text, 4), Digits(text + 5, 2), Digits(text + 8, 2));
+}
+
+QTime Statement::Time(int column) const
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    const int size = sqlite3_column_bytes(m_statement, column);
+    if (!text || size < 8)
+        return {};
+    return QTime(Digits(text, 2), Digits(text + 3, 2), Digits(text + 6, 2),
+                 size >= 12 ? Digits(text + 9, 3) : 0);
+}
+
+Connection::Connection() = default;
+
+Connection::~Connection()
+{
+    Close();
+}
+
+void Connection::Open(const QString &path)
+{
+    Close();
+    RequireOurFile(path);
+    const QByteArray name = QFile::encodeName(path);
+    const int result =
+        sqlite3_open_v2(name.constData(), &m_database, SQLITE_OPEN_READWRITE, nullptr);
+    try {
+        Check(m_database, result);
+        Check(m_database, sqlite3_extended_result_codes(m_database, 0));
+        sqlite3_busy_timeout(m_database, 2000);
+        if (sqlite3_db_readonly(m_database, "main") == 1)
+            throw RuntimeError::Store(
+                QStringLiteral("Cannot update. Database or object is read-only: '%1'.").arg(path));
+        // A write-ahead log costs one sync of the disk for each commit and keeps every commit.
+        ExecuteScript(QStringLiteral("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL;"
+                                     "PRAGMA wal_autocheckpoint=4000;"));
+    } catch (...) {
+        sqlite3_close_v2(std::exchange(m_database, nullptr));
+        throw;
+    }
+    m_path = path;
+}
+
+void Connection::Close()
+{
+    if (!m_database)
+        return;
+    // The last connection brings the log home and removes it; before that the store refuses.
+    sqlite3_busy_timeout(m_database, 0);
+    sqlite3_exec(m_database, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
+    sqlite3_close_v2(std::exchange(m_database, nullptr));
+    m_path.clear();
+}
+
+sqlite3 *Connection::Checked() const
+{
+    if (!m_database)
+        throw RuntimeError::ObjectClosed();
+    return m_database;
+}
+
+Statement Connection::Prepare(const QString &sql) const
+{
+    return Statement(Checked(), sql);
+}
+
+int Connection::Run(Statement &statement)
+{
+    const int before = sqlite3_total_changes(m_database);
+    while (statement.Step()) {
+    }
+    return sqlite3_total_changes(m_database) - before;
+}
+
+void Connection::ExecuteScript(const QString &sql)
+{
+    Check(Checked(), sqlite3_exec(m_database, sql.toUtf8().constData(), nullptr, nullptr, nullptr));
+}
+
+qint64 Connection::LastInsertId() const
+{
+    return sqlite3_last_insert_rowid(Checked());
+}
+
+void Connection::BeginTrans()
+{
+    ExecuteScript(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+void Connection::CommitTrans()
+{
+    ExecuteScript(QStringLiteral("COMMIT"));
+}
+
+void Connection::RollbackTrans()
+{
+    // An error of the store may have rolled back on its own already.
+    if (InTransaction())
+        ExecuteScript(QStringLiteral("ROLLBACK"));
+}
+
+bool Connection::InTransaction() const
+{
+    return m_database && sqlite3_get_autocommit(m_database) == 0;
+}
+
+WriteGuard::WriteGuard(Connection &connection)
+    : m_connection(connection), m_owner(!connection.InTransaction())
+{
+    if (m_owner)
+        m_connection.BeginTrans();
+}
+
+WriteGuard::~WriteGuard()
+{
+    if (!m_owner)
+        return;
+    try {
+        m_connection.RollbackTrans();
+    } catch (const RuntimeError &) {
+        // The store drops the open transaction with the connection.
+    }
+}
+
+void WriteGuard::Commit()
+{
+    if (!m_owner)
+        return;
+    m_connection.CommitTrans();
+    m_owner = false;
+}

@@ -1,0 +1,149 @@
+#pragma once
+
+/// A connection to one of our database files, and the statements that run on it.
+///
+///     Connection account;
+///     account.Open("/home/ann/Broker.mdb");
+///     account.Execute("UPDATE DailyProfitLoss SET ProfitLoss = ? WHERE Symbol = ?",
+///                     Currency("12.5"), symbol);                        rows affected
+///
+/// Values are bound, never pasted. They are stored as: money as a whole number of ten-thousandths,
+/// share counts as the 32-bit value, dates "YYYY-MM-DD", times "HH:MM:SS.zzz", flags 0 or 1, texts
+/// as they are. Every error is a RuntimeError with number 0x80004005 and the store's description;
+/// an operation on a closed connection is number 3704.
+///
+/// A file of ours carries the application's mark in its header. A file without it is refused before
+/// anything is written to it, and stays byte for byte as it was.
+
+#include "store/field_value.h"
+
+#include <QDate>
+#include <QString>
+
+#include <optional>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/// The mark in the header of each kind of file (PRAGMA application_id): "Quil".
+constexpr int ApplicationMark = 0x5175696c;
+
+/// A prepared statement; bound from 1, read by column from 0. It must not outlive its connection.
+class Statement
+{
+public:
+    Statement(sqlite3 *database, const QString &sql);
+    Statement(Statement &&other) noexcept;
+    Statement(const Statement &) = delete;
+    Statement &operator=(const Statement &) = delete;
+    ~Statement();
+
+    template <class... Values>
+    Statement &BindAll(const Values &...values)
+    {
+        int index = 0;
+        (Bind(++index, values), ...);
+        return *this;
+    }
+    void Bind(int index, Currency value);
+    void Bind(int index, Single value);
+    void Bind(int index, Integer value);
+    void Bind(int index, qint64 value);
+    void Bind(int index, int value) { Bind(index, qint64{value}); }
+    void Bind(int index, bool value) { Bind(index, qint64{value ? 1 : 0}); }
+    void Bind(int index, double value);
+    void Bind(int index, const QString &value);
+    void Bind(int index, QDate value);
+    void Bind(int index, QTime value);
+    void BindNull(int index);
+    template <class Value>
+    void Bind(int index, const std::optional<Value> &value)
+    {
+        if (value)
+            Bind(index, *value);
+        else
+            BindNull(index);
+    }
+
+    /// Moves to the next row; false behind the last one.
+    bool Step();
+    /// Ready to be bound and run again.
+    void Reset();
+
+    int ColumnCount() const;
+    QString ColumnName(int column) const;
+    /// From the declared type; an expression counts as a text.
+    FieldType ColumnType(int column) const;
+
+    bool IsNull(int column) const;
+    qint64 Int64(int column) const;
+    bool Flag(int column) const { return Int64(column) != 0; }
+    double Double(int column) const;
+    Currency Money(int column) const { return Currency::FromUnits(Int64(column)); }
+    Single ShareCount(int column) const { return Single::FromDouble(Double(column)); }
+    Integer Counter(int column) const { return Integer::FromWide(Int64(column)); }
+    QString Text(int column) const;
+    QDate Date(int column) const;
+    QTime Time(int column) const;
+
+private:
+    sqlite3 *m_database;
+    sqlite3_stmt *m_statement = nullptr;
+};
+
+class Connection
+{
+public:
+    Connection();
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    /// Opens an existing file of ours for reading and writing.
+    void Open(const QString &path);
+    /// Afterwards the account is one file that can be copied, if no other connection holds it.
+    void Close();
+    bool IsOpen() const { return m_database != nullptr; }
+    const QString &Path() const { return m_path; }
+
+    Statement Prepare(const QString &sql) const;
+    /// Runs a statement; the number of rows it affected.
+    template <class... Values>
+    int Execute(const QString &sql, const Values &...values)
+    {
+        Statement statement = Prepare(sql);
+        statement.BindAll(values...);
+        return Run(statement);
+    }
+    /// Runs several statements separated by semicolons (schema).
+    void ExecuteScript(const QString &sql);
+    qint64 LastInsertId() const;
+
+    void BeginTrans();
+    void CommitTrans();
+    void RollbackTrans();
+    bool InTransaction() const;
+
+private:
+    int Run(Statement &statement);
+    sqlite3 *Checked() const;
+
+    sqlite3 *m_database = nullptr;
+    QString m_path;
+};
+
+/// The writes of one user action: Commit() at the end keeps them all, every other way out keeps
+/// none. Inside an open transaction it joins that one, which then decides.
+class WriteGuard
+{
+public:
+    explicit WriteGuard(Connection &connection);
+    ~WriteGuard();
+    WriteGuard(const WriteGuard &) = delete;
+    WriteGuard &operator=(const WriteGuard &) = delete;
+    void Commit();
+
+private:
+    Connection &m_connection;
+    bool m_owner;
+};

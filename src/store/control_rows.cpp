@@ -1,0 +1,179 @@
+#include "store/control_rows.h"
+
+#include "base/character_shift.h"
+#include "store/recordset.h"
+#include "store/settings.h"
+
+namespace
+{
+
+struct DescriptiveColumns
+{
+    explicit DescriptiveColumns(const Recordset &rows)
+        : tableName(rows.Column(QStringLiteral("TableName")))
+    {
+        for (int i = 1; i <= 12; ++i)
+            field[i] = rows.Column(QStringLiteral("Field%1").arg(i, 2, 10, QLatin1Char('0')));
+    }
+    int tableName;
+    int field[13] = {};
+};
+
+bool IsZeroOrNull(const Recordset &rows, int column)
+{
+    bool isNumber = false;
+    const double value = rows.Text(column).trimmed().toDouble(&isNumber);
+    return rows.IsFieldNull(column) || (isNumber && value == 0);
+}
+
+void ReadBalance(Recordset &rows, const DescriptiveColumns &at, AccountState &account, QDate today)
+{
+    account.AccountBalance = account.DayBalance = rows.Money(at.field[1]);
+    account.TrackerDay = rows.Date(at.field[4]);
+    account.LastPriceUpdate = rows.Date(at.field[5]);
+    account.CommissionStyle = rows.Text(at.field[8]);
+
+    if (account.TrackerDay != today) // days of use, not days that passed
+        rows.Set(at.field[7], rows.ShareCount(at.field[7]) + Single::FromFloat(1));
+    account.ElapsedDays = Integer::FromWide(qRound64(rows.ShareCount(at.field[7]).ToDouble()));
+
+    const QString current = ProgramVersion().Text();
+    if (IsZeroOrNull(rows, at.field[6]))
+        rows.Set(at.field[6], current);
+    if (rows.Text(at.field[6]).size() == 1)
+        rows.Set(at.field[6], QString(rows.Text(at.field[6]) + QStringLiteral("0000")));
+    if (rows.Text(at.field[6]).left(1).toInt() < 5)
+        throw RuntimeError::Store(QStringLiteral(
+            "The account was written by a version before 5 and has another layout."));
+    if (rows.Text(at.field[6]) != current)
+        rows.Set(at.field[6], current);
+    rows.Update();
+}
+
+void ReadStyle(const Recordset &rows, const DescriptiveColumns &at, AccountState &account)
+{
+    account.CommissionCost = rows.Money(at.field[1]);
+    account.CommissionPerShare = rows.Money(at.field[2]);
+    account.CommissionShares = Single::FromDouble(rows.Text(at.field[6]).toDouble());
+    account.CommissionShares2 = rows.ShareCount(at.field[7]);
+}
+
+void ReadSecurity(const Recordset &rows, const DescriptiveColumns &at, AccountState &account)
+{
+    account.LogoffMinutes = rows.Text(at.field[6]).toInt();
+    if (!rows.IsFieldNull(at.field[8]) && !rows.IsFieldNull(at.field[9])) {
+        account.LoginID = rows.Text(at.field[8]);
+        account.LoginPassword = ShiftDown(rows.Text(at.field[9]));
+    }
+    account.PasswordProtected = rows.Flag(at.field[10]) ? 1 : 0;
+    account.LogoffEnabled = rows.Flag(at.field[11]) ? 1 : 0;
+}
+
+/// Runs a write of a control row; an error is shown and leaves the row as it was.
+template <class Write>
+void OrShow(Services &services, const QString &firstLines, Write write)
+{
+    try {
+        write();
+    } catch (const RuntimeError &error) {
+        services.dialogs.MsgBox(firstLines + ErrorLines(error), Box::Exclamation, EditorTitle());
+    }
+}
+
+const QString NotChosen = QStringLiteral("n/a");
+
+} // namespace
+
+void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today)
+{
+    Recordset rows;
+    rows.Open(gConnAccount, {QStringLiteral("*"), QStringLiteral("DescriptiveTable"),
+                             QStringLiteral("ORDER BY rowid")});
+    if (rows.IsEmpty())
+        return;
+    const DescriptiveColumns at(rows);
+    for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext()) {
+        const QString kind = rows.Text(at.tableName);
+        // The style row is known by the name read so far, so that it has to stand behind Balance.
+        if (kind == QLatin1String("Balance"))
+            ReadBalance(rows, at, account, today);
+        else if (kind == account.CommissionStyle)
+            ReadStyle(rows, at, account);
+        else if (kind == QLatin1String("WebSite")) {
+            account.WebUpdateMinutes = Integer::FromWide(rows.Text(at.field[6]).toInt());
+            account.CurrentWebSiteName = rows.Text(at.field[8]);
+        } else if (kind == QLatin1String("Security"))
+            ReadSecurity(rows, at, account);
+    }
+}
+
+void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services)
+{
+    OrShow(services, QString(), [&] {
+        const QDate today = services.clock.Today();
+        gConnAccount.Execute(
+            QStringLiteral("INSERT INTO DescriptiveTable VALUES "
+                           "('Balance', ?, 0, 0, ?, ?, '0', 0, ?, ?, 0, 0, '0') "
+                           "ON CONFLICT (TableName) DO UPDATE SET Field01 = excluded.Field01"),
+            balance, today, today, NotChosen, NotChosen);
+    });
+}
+
+void UpdateCommissionStyle(Connection &gConnAccount, const QString &style, Services &services)
+{
+    OrShow(services, QString(), [&] {
+        gConnAccount.Execute(
+            QStringLiteral("UPDATE DescriptiveTable SET Field08 = ? WHERE TableName = 'Balance'"),
+            style);
+    });
+}
+
+void InsertStyleRow(Connection &gConnAccount, const AccountState &account, Services &services)
+{
+    OrShow(services, QString(), [&] {
+        const QDate today = services.clock.Today();
+        gConnAccount.Execute(
+            QStringLiteral("INSERT INTO DescriptiveTable VALUES "
+                           "(?, ?, ?, 0, ?, ?, ?, ?, ?, ?, 0, 0, '0') "
+                           "ON CONFLICT (TableName) DO UPDATE SET Field01 = excluded.Field01, "
+                           "Field02 = excluded.Field02, Field06 = excluded.Field06, "
+                           "Field07 = excluded.Field07"),
+            account.CommissionStyle, account.CommissionCost, account.CommissionPerShare, today,
+            today, QString::number(account.CommissionShares.ToDouble(), 'g', 7),
+            account.CommissionShares2, NotChosen, NotChosen);
+    });
+}
+
+void InsertWebSiteRow(Connection &gConnAccount, const AccountState &account, Services &services)
+{
+    OrShow(services,
+           QStringLiteral("An error has been encountered while updating the WebSite.mdb \n"
+                          "database. Please take note of this message and contact TechSupport.\n"),
+           [&] {
+               const QDate today = services.clock.Today();
+               gConnAccount.Execute(
+                   QStringLiteral("INSERT INTO DescriptiveTable VALUES "
+                                  "('WebSite', 0, 0, 0, ?, ?, ?, 0, ?, ?, 0, 0, '0') "
+                                  "ON CONFLICT (TableName) DO UPDATE SET "
+                                  "Field06 = excluded.Field06, Field08 = excluded.Field08"),
+                   today, today, QString::number(account.WebUpdateMinutes.Value()),
+                   account.CurrentWebSiteName, NotChosen);
+           });
+}
+
+void InsertSecurityRow(Connection &gConnAccount, const AccountState &account, Services &services)
+{
+    const QString shifted = ShiftUp(account.LoginPassword);
+    OrShow(services, QString(), [&] {
+        const QDate today = services.clock.Today();
+        gConnAccount.Execute(
+            QStringLiteral("INSERT INTO DescriptiveTable VALUES "
+                           "('Security', 0, 0, 0, ?, ?, ?, 0, ?, ?, ?, ?, '0') "
+                           "ON CONFLICT (TableName) DO UPDATE SET Field04 = excluded.Field04, "
+                           "Field05 = excluded.Field05, Field06 = excluded.Field06, "
+                           "Field08 = excluded.Field08, Field09 = excluded.Field09, "
+                           "Field10 = excluded.Field10, Field11 = excluded.Field11"),
+            today, today, QString::number(account.LogoffMinutes), account.LoginID, shifted,
+            account.PasswordProtected == 1, account.LogoffEnabled == 1);
+    });
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+/// The control rows of an account: rows of DescriptiveTable, one of each kind.
+///
+///     Balance     running balance, tracker day, last price update, version stamp, days of use,
+///     style Style1..5   figures of a commission style; only the style in force is read WebSite
+///     minutes between price updates, name of the quote site Security    login, shifted password,
+///     logoff
+///
+/// A row is written as an insert, or as an update of the fields named here when it is there
+/// already.
+
+#include "platform/services.h"
+#include "store/account_state.h"
+#include "store/connection.h"
+
+/// Reads every control row into `account` and brings the Balance row up to date: one more day of
+/// use when today is not the tracker day, and the version stamp. Kinds that have no row leave their
+/// state as it is. Throws RuntimeError when the table cannot be read.
+void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today);
+
+/// New Balance row, or a new Field01 of the one that is there.
+void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services);
+/// The commission style in force goes into Field08 of the Balance row.
+void UpdateCommissionStyle(Connection &gConnAccount, const QString &style, Services &services);
+/// Field01, Field02, Field06 and Field07 of the row named by the style.
+void InsertStyleRow(Connection &gConnAccount, const AccountState &account, Services &services);
+/// Field06 and Field08.
+void InsertWebSiteRow(Connection &gConnAccount, const AccountState &account, Services &services);
+/// Everything of the row. Throws RuntimeError 5 when the password cannot be shifted.
+void InsertSecurityRow(Connection &gConnAccount, const AccountState &account, Services &services);

@@ -1,0 +1,137 @@
+#include "store/databases.h"
+
+#include "platform/files.h"
+
+namespace
+{
+
+/// Runs one step of opening; its failure is shown and ends the program.
+template <class Step>
+void OrEnd(Services &services, const QString &firstLine, Step step)
+{
+    try {
+        step();
+    } catch (const RuntimeError &error) {
+        services.dialogs.MsgBox(firstLine + QStringLiteral("\nPlease restore from backup.\n") +
+                                    ErrorLines(error),
+                                Box::Stop, EditorTitle());
+        services.lifetime.End();
+    }
+}
+
+void CopyTemplateWhenMissing(const QString &database, const QString &pattern)
+{
+    if (!Files::FileExists(database))
+        Files::CopyFile(pattern, database, false);
+}
+
+} // namespace
+
+void OpenDatabases(Databases &databases, Settings &settings, AccountState &account,
+                   Services &services)
+{
+    databases.accountError.reset();
+    try {
+        databases.gConnAccount.Open(settings.CurrentFilePath);
+        databases.gConnUndo.Open(settings.CurrentFilePath);
+    } catch (const RuntimeError &error) {
+        databases.accountError = error; // shown when the control rows are read
+    }
+
+    OrEnd(
+        services,
+        QStringLiteral("An error has occured connecting to the websites database (WebSites.mdb)."),
+        [&] {
+            databases.gConnWebSites.Open(services.appPath + QStringLiteral("/WebSites.mdb"));
+            LoadWebParameters(databases, settings, account, services);
+        });
+    OrEnd(services,
+          QStringLiteral("An error has occured connecting to this application control database "
+                         "(ApplControl.mdb)."),
+          [&] {
+              const QString path = services.appPath + QStringLiteral("/ApplControl.mdb");
+              CopyTemplateWhenMissing(path, services.appPath + QStringLiteral("/ApplControl.xxx"));
+              databases.gConnApplControl.Open(path);
+              LoadApplicationTable(databases, settings.AccountName, services.clock.Today());
+          });
+    OrEnd(services,
+          QStringLiteral("An error has occured connecting to the Historical Price database "
+                         "(HistPrice.mdb)."),
+          [&] {
+              const QString path = services.appPath + QStringLiteral("/HistPrices.mdb");
+              CopyTemplateWhenMissing(path, services.appPath + QStringLiteral("/HistPrices.xxx"));
+              databases.gConnHistPrices.Open(path);
+          });
+}
+
+void CloseDatabases(Databases &databases)
+{
+    databases.gRsWebParameters.Close();
+    databases.gRsApplication.Close();
+    databases.gConnAccount.Close();
+    databases.gConnUndo.Close();
+    databases.gConnWebSites.Close();
+    databases.gConnApplControl.Close();
+    databases.gConnHistPrices.Close();
+}
+
+void LoadWebParameters(Databases &databases, Settings &settings, AccountState &account,
+                       Services &services)
+{
+    Recordset &sites = databases.gRsWebParameters;
+    try {
+        sites.Open(databases.gConnWebSites,
+                   {QStringLiteral("*"), QStringLiteral("WebParameters"),
+                    QStringLiteral("ORDER BY WebSiteName COLLATE NOCASE, WebSiteName")});
+        if (account.CurrentWebSiteName.trimmed().isEmpty()) {
+            const int id = sites.Column(QStringLiteral("ID"));
+            const int name = sites.Column(QStringLiteral("WebSiteName"));
+            const int delay = sites.Column(QStringLiteral("DelayTime"));
+            for (sites.MoveFirst(); !sites.AtEnd(); sites.MoveNext()) {
+                if (!sites.Text(name).contains(QStringLiteral("Yahoo Finance")))
+                    continue;
+                account.CurrentWebSiteId = sites.Number(id);
+                account.WebUpdateMinutes = Integer::FromWide(sites.Number(delay));
+                account.CurrentWebSiteName = sites.Text(name);
+            }
+        }
+        databases.gConnWebSites.Execute(QStringLiteral(
+            "UPDATE WebParameters SET DeselectFlagTemp = 0 WHERE DeselectFlagTemp = 1"));
+        sites.Requery();
+    } catch (const RuntimeError &) {
+        services.dialogs.MsgBox(
+            QStringLiteral("An error has occured with the 'WebSites.mdb' database. \n"
+                           "The current price update option will be disabled. \n"
+                           "Please determine if this database is located in this \n"
+                           "application's folder or if corrupted. Restore from backup."),
+            Box::Exclamation, EditorTitle());
+        settings.WebPriceUpdate = false;
+    }
+}
+
+void LoadApplicationTable(Databases &databases, const QString &accountName, QDate today)
+{
+    Recordset &application = databases.gRsApplication;
+    application.Open(databases.gConnApplControl,
+                     {QStringLiteral("*"), QStringLiteral("ApplicationTable"),
+                      QStringLiteral("ORDER BY TableName, Field08")});
+    const QString portfolio = QStringLiteral("Portfolio");
+    const int tableName = application.Column(QStringLiteral("TableName"));
+    const int name = application.Column(QStringLiteral("Field08"));
+    bool known = false;
+    for (application.MoveFirst(); !application.AtEnd() && !known; application.MoveNext())
+        known = application.Text(tableName) == portfolio &&
+                application.Text(name) == accountName.trimmed();
+    if (!known) {
+        application.AddNew();
+        application.Set(tableName, portfolio);
+        application.Set(QStringLiteral("Field04"), today);
+        application.Set(QStringLiteral("Field05"), today);
+        application.Set(name, accountName.trimmed());
+        application.Set(QStringLiteral("Field09"), QStringLiteral("N/A"));
+        application.Set(QStringLiteral("Field10"), false);
+        application.Set(QStringLiteral("Field11"), false);
+        application.Update();
+    }
+    application.MoveFirst();
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+/// The five connections of a run and the two recordsets that stay open on them.
+///
+///     account file       gConnAccount, gConnUndo      posting, and the lots of the open posting
+///     WebSites.mdb       gConnWebSites                gRsWebParameters, by site name
+///     ApplControl.mdb    gConnApplControl             gRsApplication, by TableName and Field08
+///     HistPrices.mdb     gConnHistPrices
+///
+/// To move to another account, set Settings::CurrentFilePath and AccountName between CloseDatabases
+/// and OpenDatabases.
+
+#include "platform/services.h"
+#include "store/account_state.h"
+#include "store/recordset.h"
+#include "store/settings.h"
+
+struct Databases
+{
+    Connection gConnAccount;
+    Connection gConnUndo;
+    Connection gConnWebSites;
+    Connection gConnApplControl;
+    Connection gConnHistPrices;
+    Recordset gRsApplication;
+    Recordset gRsWebParameters;
+    /// Why the account could not be opened; the first read of its control rows throws it.
+    std::optional<RuntimeError> accountError;
+};
+
+/// Opens the five connections; makes ApplControl.mdb and HistPrices.mdb from their templates when
+/// they are missing. A shared file that cannot be opened ends the program after a message.
+void OpenDatabases(Databases &databases, Settings &settings, AccountState &account,
+                   Services &services);
+void CloseDatabases(Databases &databases);
+
+/// Opens gRsWebParameters; without a chosen site takes the last one, by name, that holds
+/// "Yahoo Finance"; gives sites that failed in an earlier run a fresh chance. When the table cannot
+/// be read, says so and switches the price update off.
+void LoadWebParameters(Databases &databases, Settings &settings, AccountState &account,
+                       Services &services);
+/// Opens gRsApplication on its first row and adds the "Portfolio" row of an account that is new
+/// here.
+void LoadApplicationTable(Databases &databases, const QString &accountName, QDate today);
