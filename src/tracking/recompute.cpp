@@ -1,0 +1,115 @@
+#include "tracking/recompute.h"
+
+#include "tracking/valuation.h"
+
+namespace
+{
+
+void ValueRow(PortfolioTotals &totals, TrackerRow &row)
+{
+    if (!row.Shares.IsZero()) {
+        row.InvestedValue = MarketValue(row, row.InvestedValue);
+        ComputeNewBasis(totals, row);
+    } else {
+        row.InvestedValue = Currency();
+        row.Basis = Currency();
+        row.PerCentGainToday = Single();
+    }
+    row.ActualProfitLoss = row.ProfitLossToDate + row.ProfitLossToday;
+    ComputeTotals(totals, row);
+}
+
+void ResetToDateAmounts(RecomputeWork &work)
+{
+    Services &services = work.services;
+    const Answer answer = services.dialogs.MsgBox(
+        QStringLiteral("'ToDate' amounts will be reset according to setup \n"
+                       "instructions.  Continue?"),
+        Box::YesNo + Box::Question + Box::SecondDefault, work.title);
+    if (answer != Answer::Yes) {
+        services.dialogs.MsgBox(QStringLiteral("Reset cancelled. Check 'User Setups' from the file "
+                                               "menu if you need to change this option."),
+                                Box::Information, work.title);
+        return;
+    }
+    for (; !work.rows.AtEnd(); work.rows.MoveNext()) {
+        TrackerRow &row = work.rows.Edit();
+        row.ProfitLossToDate = row.TransCostToDate = row.InvestedToDate = Currency();
+        row.NumberTransToDate = Integer();
+        row.TransDate = services.clock.Today();
+        row.Time = services.clock.TimeOfDay();
+    }
+    work.rows.UpdateBatch();
+    work.rows.MoveFirst();
+    services.dialogs.MsgBox(
+        QStringLiteral("All 'ToDate' amounts have been reset. Check 'User Setups' from the file "
+                       "menu if you need to change this option."),
+        Box::Information, work.title);
+}
+
+} // namespace
+
+void RecomputeRows(RecomputeWork &work, bool loading)
+{
+    PortfolioTotals &totals = work.totals;
+    TrackerRecordset &rows = work.rows;
+    InitializeTotals(totals);
+    totals.BasisTotal = Single();
+    totals.TransCost = Currency();
+
+    const bool newDay = work.account.TrackerDay != work.services.clock.Today();
+    for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext()) {
+        if (loading && work.lots.IsOpen() &&
+            CheckPurchasePriceList(rows.Current(), work.lots, work.services, work.title) &&
+            work.services.showHelp)
+            work.services.showHelp(QStringLiteral("ErrorMessageHelp.html"));
+        TrackerRow &row = rows.Edit();
+        if (newDay)
+            RollDayForward(row);
+        ValueRow(totals, row);
+    }
+    rows.UpdateBatch();
+    rows.MoveFirst();
+
+    if (loading)
+        totals.PriorBasisTotal = totals.BasisTotal;
+    else
+        ComputePortfolioBalance(work.account, totals, work.undoBalance);
+}
+
+void TestToDateReset(RecomputeWork &work)
+{
+    Settings &settings = work.settings;
+    if (work.services.clock.Today() < settings.ResetDate)
+        return;
+    if (settings.NeverReset == 0)
+        ResetToDateAmounts(work);
+    settings.ResetDate = settings.ResetDate.addMonths(settings.ResetMonths);
+}
+
+bool CheckPurchasePriceList(const TrackerRow &row, const PurchaseLots &lots, Services &services,
+                            const QString &title)
+{
+    if (lots.SharesOf(row.Symbol) == row.Shares)
+        return false;
+    return services.dialogs.MsgBox(
+               QStringLiteral("Message number: 100\n"
+                              "ATTENTION: There is an imbalance in the total number \n"
+                              "of shares in the Price History and the Daily Tracker information \n"
+                              "for symbol %1.\n"
+                              "To fix this problem you must delete invalid information in the \n"
+                              "Purchase Price List screen.\n\n"
+                              "If you need further help click 'Yes'")
+                   .arg(row.Symbol),
+               Box::YesNo + Box::Stop + Box::SecondDefault, title) == Answer::Yes;
+}
+
+void UpdateTrackerDay(Connection &gConnAccount, AccountState &account, QDate today)
+{
+    if (account.TrackerDay == today)
+        return;
+    account.TrackerDay = today;
+    gConnAccount.Execute(
+        QStringLiteral("UPDATE DescriptiveTable SET Field04 = ? WHERE TableName = 'Balance'"),
+        today);
+}

@@ -1,0 +1,235 @@
+#include "transactions/lots.h"
+
+#include <algorithm>
+#include <optional>
+#include <tuple>
+
+/// A symbol that is touched inside a transaction first leaves a copy of its lots in m_stored. That
+/// copy is what a rollback gives back, and what a commit compares with to find the rows to delete,
+/// update and insert. Cost follows the lots of the symbols touched, not the table.
+
+namespace
+{
+
+bool ConsumedBefore(const Lot &left, const Lot &right)
+{
+    const auto key = [](const Lot &lot) {
+        // A lot that is not in the file yet will get the highest number.
+        return std::make_tuple(lot.TransDate, lot.Time, lot.ID == 0 ? INT64_MAX : lot.ID);
+    };
+    return key(left) < key(right);
+}
+
+const Lot *FindById(const std::vector<Lot> &lots, qint64 id)
+{
+    const auto found =
+        std::find_if(lots.begin(), lots.end(), [id](const Lot &lot) { return lot.ID == id; });
+    return found == lots.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+void PurchaseLots::Open(Connection &gConnUndo)
+{
+    Close();
+    m_connection = &gConnUndo;
+    try {
+        Read();
+    } catch (...) {
+        Close();
+        throw;
+    }
+}
+
+void PurchaseLots::Close()
+{
+    *this = PurchaseLots();
+}
+
+void PurchaseLots::Read()
+{
+    m_lots.clear();
+    m_withEmpty.clear();
+    Statement statement = m_connection->Prepare(
+        QStringLiteral("SELECT ID, Symbol, Shares, PurchasePrice, TransDate, Time "
+                       "FROM PriceHistory ORDER BY Symbol, TransDate, Time, ID"));
+    QString symbol;
+    std::vector<Lot> *lots = nullptr;
+    while (statement.Step()) {
+        const QString rowSymbol = statement.Text(1);
+        if (!lots || rowSymbol != symbol) {
+            symbol = rowSymbol;
+            lots = &m_lots[symbol];
+        }
+        lots->push_back({statement.Int64(0), statement.ShareCount(2), statement.Money(3),
+                         statement.Date(4), statement.Time(5)});
+        if (lots->back().Shares.IsZero())
+            m_withEmpty.insert(symbol);
+    }
+}
+
+const std::vector<Lot> &PurchaseLots::LotsOf(const QString &symbol) const
+{
+    static const std::vector<Lot> none;
+    const auto found = m_lots.constFind(symbol);
+    return found == m_lots.constEnd() ? none : *found;
+}
+
+std::vector<Lot> &PurchaseLots::EditLotsOf(const QString &symbol)
+{
+    if (!IsOpen())
+        throw RuntimeError::ObjectClosed();
+    Touch(symbol);
+    return m_lots[symbol];
+}
+
+void PurchaseLots::Touch(const QString &symbol)
+{
+    if (!m_stored.contains(symbol))
+        m_stored.insert(symbol, m_lots.value(symbol));
+}
+
+void PurchaseLots::Add(const QString &symbol, const Lot &lot)
+{
+    EditLotsOf(symbol).push_back(lot);
+    m_unsorted.insert(symbol);
+    if (lot.Shares.IsZero())
+        m_withEmpty.insert(symbol);
+    if (!m_inTransaction)
+        WriteChanges();
+}
+
+void PurchaseLots::RemoveAll(const QString &symbol)
+{
+    EditLotsOf(symbol).clear();
+    if (!m_inTransaction)
+        WriteChanges();
+}
+
+void PurchaseLots::RemoveEmpty(const QString &changedSymbol)
+{
+    m_withEmpty.insert(changedSymbol);
+    const auto empty = [](const Lot &lot) { return lot.Shares.IsZero(); };
+    for (const QString &symbol : std::as_const(m_withEmpty)) {
+        const std::vector<Lot> &lots = LotsOf(symbol);
+        if (std::any_of(lots.begin(), lots.end(), empty))
+            std::erase_if(EditLotsOf(symbol), empty);
+    }
+    m_withEmpty.clear();
+}
+
+Single PurchaseLots::SharesOf(const QString &symbol) const
+{
+    Single sum;
+    for (const Lot &lot : LotsOf(symbol))
+        sum = sum + lot.Shares;
+    return sum;
+}
+
+void PurchaseLots::Requery()
+{
+    for (const QString &symbol : std::as_const(m_unsorted)) {
+        std::vector<Lot> &lots = m_lots[symbol];
+        std::stable_sort(lots.begin(), lots.end(), ConsumedBefore);
+    }
+    m_unsorted.clear();
+    if (!m_inTransaction)
+        WriteChanges();
+}
+
+void PurchaseLots::Reload()
+{
+    if (!IsOpen())
+        throw RuntimeError::ObjectClosed();
+    const SymbolLots before = m_stored;
+    const SymbolLots pending = m_lots;
+    Read();
+    m_stored.clear();
+    m_unsorted.clear();
+    for (auto symbol = before.keyBegin(); symbol != before.keyEnd(); ++symbol) {
+        std::vector<Lot> &lots = EditLotsOf(*symbol); // as the file has them now
+        const std::vector<Lot> &changed = pending[*symbol];
+        std::erase_if(lots, [&](const Lot &lot) {
+            return FindById(before[*symbol], lot.ID) && !FindById(changed, lot.ID);
+        });
+        for (const Lot &lot : changed) {
+            if (lot.ID == 0) {
+                lots.push_back(lot);
+                continue;
+            }
+            const Lot *old = FindById(before[*symbol], lot.ID);
+            for (Lot &now : lots)
+                if (old && now.ID == lot.ID && !(*old == lot))
+                    now = lot;
+        }
+    }
+}
+
+void PurchaseLots::BeginTrans()
+{
+    if (!IsOpen())
+        throw RuntimeError::ObjectClosed();
+    m_inTransaction = true;
+}
+
+void PurchaseLots::CommitTrans()
+{
+    WriteChanges();
+    m_inTransaction = false;
+}
+
+void PurchaseLots::RollbackTrans()
+{
+    for (auto stored = m_stored.constBegin(); stored != m_stored.constEnd(); ++stored)
+        m_lots[stored.key()] = stored.value();
+    for (const QString &symbol : m_stored.keys())
+        m_withEmpty.insert(symbol);
+    m_stored.clear();
+    m_unsorted.clear();
+    m_inTransaction = false;
+}
+
+void PurchaseLots::WriteChanges()
+{
+    if (m_stored.isEmpty())
+        return;
+    struct Inserted
+    {
+        Lot *lot;
+        qint64 id;
+    };
+    std::vector<Inserted> inserted;
+    std::optional<WriteGuard> guard; // no transaction, and no sync, where nothing has changed
+    const auto connection = [&]() -> Connection & {
+        if (!guard)
+            guard.emplace(*m_connection);
+        return *m_connection;
+    };
+    for (auto stored = m_stored.constBegin(); stored != m_stored.constEnd(); ++stored) {
+        QHash<qint64, const Lot *> gone;
+        for (const Lot &lot : stored.value())
+            gone.insert(lot.ID, &lot);
+        for (Lot &lot : m_lots[stored.key()]) {
+            if (lot.ID == 0) {
+                connection().Execute(
+                    QStringLiteral("INSERT INTO PriceHistory (Symbol, Shares, PurchasePrice, "
+                                   "TransDate, Time) VALUES (?, ?, ?, ?, ?)"),
+                    stored.key(), lot.Shares, lot.PurchasePrice, lot.TransDate, lot.Time);
+                inserted.push_back({&lot, m_connection->LastInsertId()});
+                continue;
+            }
+            const Lot *old = gone.take(lot.ID);
+            if (!old || !(*old == lot))
+                connection().Execute(QStringLiteral("UPDATE PriceHistory SET Shares = ?, "
+                                                    "PurchasePrice = ? WHERE ID = ?"),
+                                     lot.Shares, lot.PurchasePrice, lot.ID);
+        }
+        for (auto id = gone.keyBegin(); id != gone.keyEnd(); ++id)
+            connection().Execute(QStringLiteral("DELETE FROM PriceHistory WHERE ID = ?"), *id);
+    }
+    if (guard)
+        guard->Commit();
+    for (const Inserted &entry : inserted)
+        entry.lot->ID = entry.id;
+    m_stored.clear();
+}

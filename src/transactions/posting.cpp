@@ -1,0 +1,193 @@
+#include "transactions/posting.h"
+
+#include "tracking/valuation.h"
+#include "transactions/cash_actions.h"
+#include "transactions/entry_validation.h"
+#include "transactions/history.h"
+#include "transactions/position_posting.h"
+#include "transactions/split.h"
+#include "transactions/undo.h"
+
+namespace
+{
+
+TradeFigures ReadFigures(const TransactionEntry &entry, const Formats &formats)
+{
+    TradeFigures trade;
+    trade.action = *entry.action;
+    trade.typedShares = formats.NumberFromText(entry.NumberOfShares);
+    trade.typedPrice = formats.NumberFromText(entry.PurchasePrice);
+    trade.TransShares = Single::FromDouble(trade.typedShares);
+    trade.TransPrice = formats.CurrencyFromText(entry.PurchasePrice);
+    if (TakesSharesAway(trade.action))
+        trade.TransShares = -trade.TransShares;
+    return trade;
+}
+
+void AddPurchaseLot(PostingWork &work, const TransactionEntry &entry, const TradeFigures &trade)
+{
+    const QTime now = work.services.clock.TimeOfDay();
+    work.gRsLots.Add(entry.Symbol, {0, trade.TransShares, trade.TransPrice, entry.TransDate, now});
+    UndoRecord &last = work.undo.UndoLast;
+    last.LastLotSymbol = entry.Symbol;
+    last.LastLotTransDate = entry.TransDate;
+    last.LastLotTime = now;
+}
+
+/// Writes begin with the row of the symbol and end with the History row.
+class Sequence
+{
+public:
+    Sequence(PostingWork &work, TransactionEntry &entry, EntryFiller &filler)
+        : m_work(work), m_entry(entry), m_filler(filler)
+    {}
+
+    PostingOutcome Run()
+    {
+        EntryState &state = m_work.entry;
+        if (m_entry.action)
+            state.CurrentAction = ActionText(*m_entry.action);
+        if (ValidateEntry(m_work, m_entry, m_filler))
+            return PostingOutcome::Rejected;
+        state.PostingInProgress = true;
+        CommitUndoTransaction(m_work);
+        EnableUndoCommands(m_work.services.commands, false);
+
+        if (IsCashAction(*m_entry.action)) {
+            PostCashAction(m_work, m_entry);
+            return WriteLedgers();
+        }
+        return RunTrade();
+    }
+
+private:
+    PostingOutcome RunTrade()
+    {
+        EntryState &state = m_work.entry;
+        if (state.CurrentSecurityType == QLatin1String("Mutual Fund"))
+            state.Commission = Currency();
+        const PortfolioTotals before = m_work.totals;
+        m_work.totals.TransCost = -state.Commission;
+        m_trade = ReadFigures(m_entry, m_work.services.formats);
+        if (!state.RebuildMode) {
+            m_work.gRsLots.BeginTrans();
+            m_work.undo.PostingTransactionOpen = true;
+        }
+        for (;;) {
+            switch (Walk()) {
+            case WalkEnd::Rejected:
+                m_work.rows.CancelBatch();
+                m_work.totals = before;
+                m_work.totals.TransCost = Currency();
+                return PostingOutcome::Rejected;
+            case WalkEnd::Split:
+                m_work.totals = before;
+                return FinishSplit();
+            case WalkEnd::AllRows:
+                break;
+            }
+            if (state.SymbolFound || !state.RebuildMode)
+                break;
+            m_work.rows.AddNew(m_entry.Symbol, m_entry.Name, m_work.services.clock.Today(),
+                               m_work.services.clock.TimeOfDay());
+        }
+        ComputePortfolioBalance(m_work.account, m_work.totals, m_work.undo.UndoLast.Balance);
+        return WriteLedgers();
+    }
+
+    enum class WalkEnd
+    {
+        AllRows,
+        Rejected,
+        Split
+    };
+
+    WalkEnd Walk()
+    {
+        TrackerRecordset &rows = m_work.rows;
+        PortfolioTotals &totals = m_work.totals;
+        EntryState &state = m_work.entry;
+        state.SymbolFound = false;
+        InitializeTotals(totals);
+        totals.BasisTotal = Single();
+        for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext()) {
+            totals.RowBasisDone = false;
+            if (state.RebuildMode && state.RebuildNewDay)
+                RollDayForward(rows.Edit());
+            if (rows.Current().Symbol == m_entry.Symbol) {
+                state.SymbolFound = true;
+                if (m_entry.action == Action::Split)
+                    return WalkEnd::Split;
+                if (ValidateSecurityEntry(m_work, m_entry, m_trade.TransShares, m_trade.TransPrice,
+                                          m_filler))
+                    return WalkEnd::Rejected;
+                m_trade.action = *m_entry.action; // a question may have changed it
+                if (!m_guard)
+                    m_guard.emplace(m_work.gConnAccount);
+                PostTradeToRow(m_work, m_entry, m_trade);
+            }
+            if (!rows.Current().Shares.IsZero() && !totals.RowBasisDone)
+                ComputeNewBasis(totals, rows.Edit());
+            ComputeTotals(totals, rows.Current());
+        }
+        return WalkEnd::AllRows;
+    }
+
+    PostingOutcome FinishSplit()
+    {
+        m_work.totals.TransCost = Currency();
+        m_guard.emplace(m_work.gConnAccount);
+        PostSplit(m_work, m_entry, m_work.services.formats.NumberFromText(m_entry.NumberOfShares),
+                  m_work.services.formats.NumberFromText(m_entry.PurchasePrice));
+        m_work.rows.UpdateBatch();
+        m_guard->Commit();
+        return PostingOutcome::PostedSplit;
+    }
+
+    PostingOutcome WriteLedgers()
+    {
+        if (!m_guard)
+            m_guard.emplace(m_work.gConnAccount);
+        const bool addsLot = OpensLot(*m_entry.action);
+        if (addsLot)
+            AddPurchaseLot(m_work, m_entry, m_trade);
+        m_work.undo.UndoLast.LotAdded = addsLot;
+        if (!m_work.entry.RebuildMode)
+            PostHistoryEntry(m_work, m_entry, m_trade.TransShares);
+        m_work.rows.UpdateBatch();
+        m_guard->Commit();
+        if (!m_work.entry.RebuildMode)
+            m_work.rows.Requery();
+        return PostingOutcome::Posted;
+    }
+
+    PostingWork &m_work;
+    TransactionEntry &m_entry;
+    EntryFiller &m_filler;
+    TradeFigures m_trade;
+    std::optional<WriteGuard> m_guard;
+};
+
+} // namespace
+
+PostingOutcome PostTransaction(PostingWork &work, TransactionEntry &entry, EntryFiller &filler)
+{
+    try {
+        return Sequence(work, entry, filler).Run();
+    } catch (const RuntimeError &error) {
+        EndAfterFailure(
+            work.services,
+            QStringLiteral("An error has occured while performing 'OK' button logic.\n"
+                           "Please take note of all steps taken during this transaction \n"
+                           "and notify technical support."),
+            error);
+    }
+}
+
+void FinishPosting(PostingWork &work, PostingOutcome outcome)
+{
+    work.entry.PostingInProgress = false;
+    work.totals.TransCost = Currency();
+    if (!work.entry.RebuildMode && outcome == PostingOutcome::Posted)
+        EnableUndoCommands(work.services.commands, true);
+}
