@@ -1,0 +1,184 @@
+#include "platform/widgets/field_edit.h"
+
+#include "platform/widgets/colors.h"
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+/// A box, a menu or another window takes the focus for a while.
+bool IsAway(Qt::FocusReason reason)
+{
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+           reason == Qt::MenuBarFocusReason;
+}
+
+} // namespace
+
+FieldEdit::FieldEdit(QWidget *parent) : QLineEdit(parent)
+{
+    OnRefused = [] { QApplication::beep(); };
+}
+
+// --- keys ---------------------------------------------------------------------------------------
+
+bool FieldEdit::Allows(const QString &text) const
+{
+    return m_allowedKeys.isEmpty() || std::all_of(text.begin(), text.end(), [this](QChar typed) {
+               return !typed.isPrint() || m_allowedKeys.contains(typed);
+           });
+}
+
+void FieldEdit::keyPressEvent(QKeyEvent *event)
+{
+    if (event->modifiers() == Qt::AltModifier) {
+        event->ignore(); // a shortcut of the form, not typing
+        return;
+    }
+    const QPointer<FieldEdit> alive = this;
+    if (OnKeyPress && OnKeyPress(event))
+        return;
+    if (!alive)
+        return;
+    if (Allows(event->text())) {
+        QLineEdit::keyPressEvent(event);
+    } else {
+        event->accept();
+        if (OnRefused)
+            OnRefused();
+    }
+}
+
+void FieldEdit::keyReleaseEvent(QKeyEvent *event)
+{
+    QLineEdit::keyReleaseEvent(event);
+    if (OnKeyUp)
+        OnKeyUp(event);
+}
+
+void FieldEdit::inputMethodEvent(QInputMethodEvent *event)
+{
+    if (Allows(event->commitString())) {
+        QLineEdit::inputMethodEvent(event);
+        return;
+    }
+    QInputMethodEvent nothing; // takes back what the input method shows so far
+    QLineEdit::inputMethodEvent(&nothing);
+    if (OnRefused)
+        OnRefused();
+}
+
+// --- focus --------------------------------------------------------------------------------------
+
+void FieldEdit::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    if (m_isEntered)
+        return;
+    m_isEntered = true;
+    HighlightControl();
+    selectAll();
+    // The press that brought the focus is yet to come, and would put the selection away.
+    m_selectsOnRelease = event->reason() == Qt::MouseFocusReason;
+    if (OnGotFocus)
+        OnGotFocus();
+}
+
+void FieldEdit::mouseReleaseEvent(QMouseEvent *event)
+{
+    QLineEdit::mouseReleaseEvent(event);
+    if (std::exchange(m_selectsOnRelease, false) && !hasSelectedText())
+        selectAll();
+}
+
+void FieldEdit::focusOutEvent(QFocusEvent *event)
+{
+    QWidget *next = QApplication::focusWidget();
+    const bool isLeft = m_isEntered && !m_isValidating && !IsAway(event->reason());
+    if (isLeft && !m_isValid && OnValidate && isEnabled() && isVisible() && next && next != this) {
+        Validate(next, event->reason());
+        return;
+    }
+    QLineEdit::focusOutEvent(event);
+    if (isLeft)
+        Leave();
+}
+
+void FieldEdit::Leave()
+{
+    m_isEntered = false;
+    RestoreControlColor();
+    if (OnLostFocus)
+        OnLostFocus();
+}
+
+void FieldEdit::Validate(QWidget *next, Qt::FocusReason reason)
+{
+    // Back first, so that the check has the focus here and a box it shows returns to this field;
+    // `next` has not been told of the focus yet.
+    const QPointer<FieldEdit> alive = this;
+    const QPointer<QWidget> target = next;
+    m_isValidating = true;
+    setFocus(Qt::OtherFocusReason);
+    const bool isValid = OnValidate();
+    if (!alive)
+        return;
+    m_isValidating = false;
+    if (!isValid || !target)
+        return;
+    m_isValid = true;
+    const bool hadFocus = hasFocus();
+    target->setFocus(reason);
+    if (!alive)
+        return;
+    m_isValid = false;
+    if (!hadFocus)
+        Leave(); // the check has moved the focus itself, so nobody said so
+}
+
+// --- look ---------------------------------------------------------------------------------------
+
+void FieldEdit::SetOn(bool on)
+{
+    setEnabled(on);
+}
+
+void FieldEdit::HighlightControl()
+{
+    const QPalette plain = QApplication::palette(this);
+    SetGround(Mixed(plain.color(QPalette::Base), plain.color(QPalette::Highlight), 0.22));
+}
+
+void FieldEdit::RestoreControlColor()
+{
+    if (isEnabled()) {
+        setPalette(QPalette());
+    } else {
+        SetGround(QApplication::palette(this).color(QPalette::Disabled, QPalette::Window));
+    }
+}
+
+void FieldEdit::SetGround(const QColor &ground)
+{
+    setPalette(PaletteOn(ground, QApplication::palette(this)));
+}
+
+void FieldEdit::changeEvent(QEvent *event)
+{
+    QLineEdit::changeEvent(event);
+    const bool concerns =
+        event->type() == QEvent::EnabledChange || event->type() == QEvent::ApplicationPaletteChange;
+    if (!concerns)
+        return;
+    if (m_isEntered && isEnabled())
+        HighlightControl();
+    else
+        RestoreControlColor();
+}

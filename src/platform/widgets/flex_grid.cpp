@@ -1,0 +1,328 @@
+#include "platform/widgets/flex_grid.h"
+
+#include "platform/widgets/colors.h"
+#include "platform/widgets/flex_model.h"
+
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+
+namespace
+{
+
+/// The cells keep their colours under the mouse, and none is framed.
+class FlexCell : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
+    }
+};
+
+} // namespace
+
+FlexGrid::FlexGrid(QWidget *parent) : QTableView(parent), m_model(new FlexModel(this))
+{
+    setModel(m_model);
+    setItemDelegate(new FlexCell(this));
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    SetSelectsRows(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    for (QHeaderView *header : {horizontalHeader(), verticalHeader()}) {
+        header->setSectionResizeMode(QHeaderView::Fixed);
+        header->setHighlightSections(false);
+        header->setFocusPolicy(Qt::NoFocus);
+        header->setMinimumSectionSize(0);
+    }
+    verticalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setSectionsClickable(true);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+        if (OnHeaderClick)
+            OnHeaderClick(section + 1);
+    });
+    FitRowHeight();
+    ApplyColors();
+}
+
+// --- content ------------------------------------------------------------------------------------
+
+void FlexGrid::SetSize(int rows, int columns)
+{
+    m_model->SetSize(rows, columns);
+}
+
+int FlexGrid::Rows() const
+{
+    return m_model->Rows();
+}
+
+int FlexGrid::Columns() const
+{
+    return m_model->Columns();
+}
+
+int FlexGrid::AddRow()
+{
+    SetSize(Rows() + 1, Columns());
+    return Rows() - 1;
+}
+
+void FlexGrid::SetText(int row, int column, const QString &text)
+{
+    FlexModel::Cell *cell = m_model->At(row, column);
+    if (!cell || cell->text == text)
+        return;
+    cell->text = text;
+    m_model->TellChanged(row, column);
+}
+
+QString FlexGrid::Text(int row, int column) const
+{
+    const FlexModel::Cell *cell = m_model->At(row, column);
+    return cell ? cell->text : QString();
+}
+
+void FlexGrid::SetCellBackColor(int row, int column, QRgb color)
+{
+    if (FlexModel::Cell *cell = m_model->At(row, column)) {
+        cell->back = color;
+        m_model->TellChanged(row, column);
+    }
+}
+
+QRgb FlexGrid::CellBackColor(int row, int column) const
+{
+    const FlexModel::Cell *cell = m_model->At(row, column);
+    return cell && cell->back ? *cell->back : BackColor();
+}
+
+void FlexGrid::SetCellBold(int row, int column, bool bold)
+{
+    if (FlexModel::Cell *cell = m_model->At(row, column)) {
+        cell->bold = bold;
+        m_model->TellChanged(row, column);
+    }
+}
+
+// --- look ---------------------------------------------------------------------------------------
+
+void FlexGrid::SetBackColor(QRgb color)
+{
+    m_backColor = color;
+    ApplyColors();
+}
+
+QRgb FlexGrid::BackColor() const
+{
+    return m_backColor.value_or(palette().color(QPalette::Active, QPalette::Base).rgb());
+}
+
+void FlexGrid::ApplyColors()
+{
+    const QPalette plain = parentWidget() ? parentWidget()->palette() : QGuiApplication::palette();
+    if (m_backColor)
+        setPalette(PaletteOn(QColor(*m_backColor), plain));
+    m_model->palette = plain;
+}
+
+void FlexGrid::SetFont(const QString &family, int points)
+{
+    QFont told = font();
+    for (const QString &candidate :
+         {family, QStringLiteral("Liberation Sans"), QStringLiteral("DejaVu Sans")}) {
+        if (QFontDatabase::hasFamily(candidate)) {
+            told.setFamilies({candidate});
+            break;
+        }
+    }
+    told.setPointSize(points);
+    told.setBold(false);
+    setFont(told);
+}
+
+int FlexGrid::Pixels(int twips) const
+{
+    return qRound(twips * logicalDpiX() / 1440.0);
+}
+
+void FlexGrid::SetColumnWidth(int column, int twips)
+{
+    if (column == 0)
+        verticalHeader()->setFixedWidth(Pixels(twips));
+    else if (column < Columns())
+        setColumnWidth(column - 1, Pixels(twips));
+}
+
+void FlexGrid::SetRowHeight(int twips)
+{
+    m_rowTwips = twips;
+    FitRowHeight();
+}
+
+void FlexGrid::FitRowHeight()
+{
+    const int height = std::max(Pixels(m_rowTwips), fontMetrics().height() + 4);
+    verticalHeader()->setDefaultSectionSize(height);
+    horizontalHeader()->setFixedHeight(height);
+}
+
+void FlexGrid::SetColumnAlignment(int column, Qt::Alignment alignment)
+{
+    m_model->SetAlignment(column, alignment);
+    viewport()->update();
+}
+
+void FlexGrid::HideColumn(int column)
+{
+    if (column == 0)
+        verticalHeader()->hide();
+    else
+        hideColumn(column - 1);
+}
+
+void FlexGrid::SetSelectsRows(bool selects)
+{
+    setSelectionMode(selects ? SingleSelection : NoSelection);
+}
+
+int FlexGrid::FullHeight() const
+{
+    return horizontalHeader()->height() + (Rows() - 1) * verticalHeader()->defaultSectionSize() +
+           horizontalScrollBar()->sizeHint().height() + 2 * frameWidth();
+}
+
+void FlexGrid::changeEvent(QEvent *event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        m_model->font = font();
+        FitRowHeight();
+    } else if (event->type() == QEvent::ApplicationPaletteChange) {
+        ApplyColors();
+    }
+}
+
+// --- mouse and keys -----------------------------------------------------------------------------
+
+void FlexGrid::mousePressEvent(QMouseEvent *event)
+{
+    m_pressed = indexAt(event->pos());
+    if (m_pressed.isValid())
+        QTableView::mousePressEvent(event);
+}
+
+void FlexGrid::mouseReleaseEvent(QMouseEvent *event)
+{
+    QTableView::mouseReleaseEvent(event);
+    const QModelIndex index = indexAt(event->pos());
+    const Qt::MouseButton button = event->button();
+    const bool isClick = button == Qt::LeftButton && index.isValid() && index == m_pressed;
+    const QPoint globalPos = event->globalPosition().toPoint();
+    const int row = index.row() + 1;
+    const int column = index.column() + 1;
+    m_pressed = {};
+    if (button == Qt::RightButton && index.isValid())
+        setCurrentIndex(index);
+    const QPointer<FlexGrid> alive = this;
+    if (OnMouseUp)
+        OnMouseUp(button);
+    if (alive && isClick && OnClick)
+        OnClick(row, column);
+    if (alive && button == Qt::RightButton && OnContextMenu)
+        OnContextMenu(globalPos);
+}
+
+void FlexGrid::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    m_pressed = {};
+    const QModelIndex index = indexAt(event->pos());
+    if (event->button() == Qt::LeftButton && index.isValid() && OnDoubleClick)
+        OnDoubleClick(index.row() + 1, index.column() + 1);
+}
+
+void FlexGrid::contextMenuEvent(QContextMenuEvent *event)
+{
+    // The mouse has its own way, on the release of the button; this is the Menu key.
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Keyboard && OnContextMenu)
+        OnContextMenu(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
+}
+
+void FlexGrid::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy)) {
+        QStringList cells;
+        for (int place = 0; ColumnAt(place) > 0 && CurrentRow() >= 0; ++place)
+            cells << CellText(CurrentRow(), place);
+        if (!cells.isEmpty())
+            QGuiApplication::clipboard()->setText(cells.join(QLatin1Char('\t')));
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+// --- as shown -----------------------------------------------------------------------------------
+
+int FlexGrid::ColumnAt(int place) const
+{
+    for (int column = 1; column < Columns(); ++column) {
+        if (!isColumnHidden(column - 1) && place-- == 0)
+            return column;
+    }
+    return -1;
+}
+
+QStringList FlexGrid::Captions() const
+{
+    QStringList captions;
+    for (int place = 0; ColumnAt(place) > 0; ++place)
+        captions << Text(0, ColumnAt(place));
+    return captions;
+}
+
+QString FlexGrid::CellText(int row, int place) const
+{
+    return row >= 0 ? Text(row + 1, ColumnAt(place)) : QString();
+}
+
+ShownGrid::Target FlexGrid::CellTarget(int row, int place)
+{
+    const int column = ColumnAt(place);
+    if (column < 0 || row < 0 || row >= RowCount())
+        return {};
+    const QModelIndex index = m_model->index(row, column - 1);
+    scrollTo(index);
+    return {viewport(), visualRect(index).center()};
+}
+
+ShownGrid::Target FlexGrid::HeaderTarget(int place)
+{
+    const int column = ColumnAt(place);
+    if (column < 0)
+        return {};
+    const QHeaderView *header = horizontalHeader();
+    const int left = header->sectionViewportPosition(column - 1);
+    horizontalScrollBar()->setValue(
+        left < 0 ? horizontalScrollBar()->value() + left
+                 : horizontalScrollBar()->value() +
+                       std::max(0, left + header->sectionSize(column - 1) - viewport()->width()));
+    return {header->viewport(),
+            {header->sectionViewportPosition(column - 1) + header->sectionSize(column - 1) / 2,
+             header->height() / 2}};
+}

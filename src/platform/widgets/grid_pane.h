@@ -1,0 +1,55 @@
+#pragma once
+
+/// One of the two views of a DataGrid: it draws the cells, tells the grid what the mouse and the
+/// keys do, and lets the grid decide whether a row may be left.
+
+#include <QPersistentModelIndex>
+#include <QStyledItemDelegate>
+#include <QTableView>
+
+class DataGrid;
+
+/// Draws the frame of the current cell, and edits in a plain line.
+class GridCell : public QStyledItemDelegate
+{
+public:
+    explicit GridCell(DataGrid &grid);
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+    bool eventFilter(QObject *editor, QEvent *event) override;
+
+private:
+    DataGrid &m_grid;
+};
+
+class GridPane : public QTableView
+{
+public:
+    explicit GridPane(DataGrid &grid);
+
+    /// Takes the text of the open editor, if any, into the model and closes it.
+    void CloseEditor();
+    bool BeginEdit(const QModelIndex &index) { return edit(index, AllEditTriggers, nullptr); }
+    QWidget *Editor() const;
+
+    void keyboardSearch(const QString &search) override;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    void FitRowHeight();
+
+    DataGrid &m_grid;
+    QPersistentModelIndex m_pressed; ///< a release here completes the click
+};
