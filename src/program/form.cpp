@@ -1,0 +1,75 @@
+#include "program/form.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+bool RunGuarded(Program &program, const std::function<void()> &handler)
+{
+    try {
+        handler();
+        return true;
+    } catch (const ProgramEnded &) {
+        return false;  // the lifetime closes what is open
+    } catch (const RuntimeError &error) {
+        program.services.dialogs.MsgBox(ErrorLines(error), Box::Stop, EditorTitle());
+        return true;
+    }
+}
+
+Form::Form(Program &program, const QString &name, const QString &caption, Placement placement)
+    : m_program(program), m_placement(placement)
+{
+    setObjectName(name);
+    setWindowTitle(caption);
+}
+
+void Form::OnClick(QAbstractButton *button, std::function<void()> handler)
+{
+    connect(button, &QAbstractButton::clicked, this, [this, handler = std::move(handler)] {
+        Guarded([&] {
+            m_program.UserActed();
+            handler();
+        });
+    });
+}
+
+void Form::UnloadMe()
+{
+    m_program.screens.Unload(objectName());
+}
+
+void Form::closeEvent(QCloseEvent *event)
+{
+    // The frame's close button unloads like the Close button; Screens removes the window then.
+    event->ignore();
+    Guarded([this] { UnloadMe(); });
+}
+
+void Form::keyPressEvent(QKeyEvent *event)
+{
+    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        if (auto *focused = qobject_cast<QPushButton *>(focusWidget())) {
+            focused->click();
+            return;
+        }
+        for (auto *button : findChildren<QPushButton *>()) {
+            if (button->isDefault() && button->isEnabled() && button->isVisibleTo(this)) {
+                button->setFocus();  // the field is left first, so that its checks run
+                if (focusWidget() == button)  // else they refused
+                    button->click();
+                return;
+            }
+        }
+    }
+    if (plain && event->key() == Qt::Key_Escape) {
+        for (const char *name : {"cmdCancel", "cmdClose"}) {
+            auto *button = findChild<QPushButton *>(QLatin1String(name));
+            if (button && button->isEnabled() && button->isVisibleTo(this)) {
+                button->click();
+                return;
+            }
+        }
+    }
+    QWidget::keyPressEvent(event);
+}

@@ -1,0 +1,30 @@
+#include "program/list_refresh.h"
+
+#include "program/form.h"
+
+#include <vector>
+
+namespace
+{
+
+std::vector<ListScreen *> OpenLists(const Screens &screens)
+{
+    std::vector<ListScreen *> open;
+    for (const char *form :
+         {"frmHistoryList", "frmPurchaseList", "frmDailyProfitLoss", "frmHistoricalPriceList"})
+        if (auto *list = dynamic_cast<ListScreen *>(screens.Find(QString::fromUtf8(form))))
+            open.push_back(list);
+    return open;
+}
+
+} // namespace
+
+void RefreshListsAfterPosting(Program &program)
+{
+    using namespace std::chrono_literals;
+    if (program.entry.RebuildMode || OpenLists(program.screens).empty())
+        return;
+    program.services.clock.Wait(2500ms);
+    for (ListScreen *list : OpenLists(program.screens)) // some may have been closed meanwhile
+        list->RefreshList();
+}

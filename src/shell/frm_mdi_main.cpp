@@ -1,0 +1,148 @@
+#include "shell/frm_mdi_main.h"
+
+#include "platform/widgets/app_icon.h"
+#include "shell/command_table.h"
+#include "shell/status_bar.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+
+frmMDIMain::frmMDIMain(Program &program, const QString &gStatusMessage)
+    : m_program(program), m_statusMessage(gStatusMessage), m_area(new QMdiArea(this)),
+      m_toolbar(new QToolBar(QStringLiteral("Toolbar"), this)), m_statusBar(new StatusPanels)
+{
+    setObjectName(QStringLiteral("frmMDIMain"));
+    setWindowIcon(AppIcon(program.services.appPath, QStringLiteral("quillon")));
+    m_area->setObjectName(QStringLiteral("MDIArea"));
+    m_area->setAccessibleName(QStringLiteral("Screens"));
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(m_area);
+
+    m_toolbar->setObjectName(QStringLiteral("Toolbar"));
+    m_toolbar->setAccessibleName(QStringLiteral("Toolbar"));
+    m_toolbar->setMovable(false);
+    m_toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    addToolBar(m_toolbar);
+    setStatusBar(m_statusBar);
+    BuildCommands();
+
+    // The user's mouse anywhere on the toolbar counts as an action, also between the buttons.
+    m_toolbar->setMouseTracking(true);
+    m_toolbar->installEventFilter(this);
+    const QList<QWidget *> buttons = m_toolbar->findChildren<QWidget *>();
+    for (QWidget *button : buttons) {
+        button->setMouseTracking(true);
+        button->installEventFilter(this);
+    }
+    resize(1180, 740);
+}
+
+void frmMDIMain::BuildCommands()
+{
+    for (const Command &command : CommandTable()) {
+        const QString name = command.Name();
+        QMenu *parent = m_menus.value(command.Parent());
+        if (command.kind == CommandKind::Separator) {
+            parent->addSeparator();
+            continue;
+        }
+        if (command.kind == CommandKind::Menu || command.kind == CommandKind::Popup) {
+            auto *menu = new QMenu(parent ? static_cast<QWidget *>(parent) : this);
+            menu->setObjectName(name);
+            m_menus.insert(name, menu);
+            m_actions.insert(name, menu->menuAction());
+            if (parent)
+                parent->addMenu(menu);
+            else if (command.kind == CommandKind::Menu)
+                menuBar()->addMenu(menu);
+        } else {
+            auto *action = new QAction(this);
+            action->setObjectName(name);
+            m_actions.insert(name, action);
+            if (command.kind == CommandKind::Button) {
+                action->setIcon(AppIcon(m_program.services.appPath, name));
+                m_toolbar->addAction(action);
+                m_toolbar->widgetForAction(action)->setObjectName(name);
+            } else {
+                parent->addAction(action);
+            }
+            connect(action, &QAction::triggered, this, [this, name] {
+                if (OnCommand)
+                    OnCommand(name);
+                UpdateCommand(name); // a click on a checked entry has turned its mark over
+            });
+        }
+        UpdateCommand(name);
+    }
+    UpdateConnectIcon();
+}
+
+void frmMDIMain::UpdateCommand(const QString &name)
+{
+    QAction *action = m_actions.value(name);
+    if (!action)
+        return;
+    const CommandStates &states = m_program.services.commands;
+    action->setText(states.Caption(name));
+    action->setEnabled(states.Enabled(name));
+    // Checkable only while it is checked: an empty box beside every other entry would mislead.
+    action->setCheckable(states.Checked(name));
+    action->setChecked(states.Checked(name));
+}
+
+void frmMDIMain::UpdateConnectIcon()
+{
+    const bool on = m_program.priceUpdate.PriceUpdateActive;
+    if (m_connectIconOn == on)
+        return;
+    m_connectIconOn = on;
+    Action(QStringLiteral("Connect"))
+        ->setIcon(AppIcon(m_program.services.appPath,
+                          on ? QStringLiteral("ConnectOn") : QStringLiteral("ConnectOff")));
+}
+
+void frmMDIMain::Load()
+{
+    UpdateCaption();
+    showMaximized();
+    m_program.run.ScreenWidth = m_area->viewport()->width();
+    m_program.run.ScreenHeight = m_area->viewport()->height();
+    m_program.priceUpdate.ConnectionState = 3;
+    m_program.services.status.Post(QString());
+}
+
+QString frmMDIMain::Caption() const
+{
+    return QStringLiteral("Quillon - ") + m_program.settings.AccountName;
+}
+
+void frmMDIMain::UpdateCaption()
+{
+    setWindowTitle(Caption());
+}
+
+void frmMDIMain::UpdateStatusBar()
+{
+    m_statusBar->Update(m_program, m_statusMessage);
+    UpdateConnectIcon();
+}
+
+void frmMDIMain::closeEvent(QCloseEvent *event)
+{
+    // The exit sequence hides the window itself when the program ends.
+    event->ignore();
+    if (OnClose)
+        OnClose();
+}
+
+bool frmMDIMain::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress)
+        m_program.UserActed();
+    return QMainWindow::eventFilter(watched, event);
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+/// The main window: menus, toolbar, status bar, and the area in which the screens stand.
+///
+/// It shows the commands' state (CommandStates) and passes what the user chooses on by name; what a
+/// command does stands in commands.cpp.
+
+#include "program/program.h"
+
+#include <QHash>
+#include <QMainWindow>
+
+class QAction;
+class QMdiArea;
+class QMenu;
+class QToolBar;
+class StatusPanels;
+
+class frmMDIMain : public QMainWindow
+{
+public:
+    /// `gStatusMessage` is the text of the first panel, owned by the status line.
+    frmMDIMain(Program &program, const QString &gStatusMessage);
+
+    /// Before it is shown for the first time.
+    void Load();
+    /// "Quillon - " and the account's name; a maximized screen's caption is added by its frame.
+    QString Caption() const;
+    void UpdateCaption();
+
+    void UpdateStatusBar();
+    const StatusPanels &Status() const { return *m_statusBar; }
+
+    /// Brings the menu entry or button up to date with its state.
+    void UpdateCommand(const QString &name);
+
+    QMdiArea *Area() const { return m_area; }
+    /// The entry, submenu or toolbar button of this name, or nothing.
+    QAction *Action(const QString &name) const { return m_actions.value(name); }
+    /// The popup menu of this name, or nothing.
+    QMenu *Popup(const QString &name) const { return m_menus.value(name); }
+    QToolBar *Toolbar() const { return m_toolbar; }
+
+    /// The user chose a command.
+    std::function<void(const QString &name)> OnCommand;
+    /// The window's own close button; the window stays unless the program ends.
+    std::function<void()> OnClose;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void BuildCommands();
+    void UpdateConnectIcon();
+
+    Program &m_program;
+    const QString &m_statusMessage;
+    QMdiArea *m_area;
+    QToolBar *m_toolbar;
+    StatusPanels *m_statusBar;
+    QHash<QString, QAction *> m_actions;
+    QHash<QString, QMenu *> m_menus;
+    std::optional<bool> m_connectIconOn;
+};

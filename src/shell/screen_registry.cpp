@@ -1,0 +1,29 @@
+#include "shell/screen_registry.h"
+
+#include "shell/frm_password.h"
+#include "shell/frm_splash.h"
+#include "shell/screen_host.h"
+#include "tracking/frm_daily_tracker.h"
+#include "transactions/frm_transaction_update.h"
+
+namespace
+{
+
+template <class Screen>
+void Register(ScreenHost &host, const char *name, const char *viewEntry = "")
+{
+    host.Register(
+        QString::fromUtf8(name),
+        [](Program &program) -> std::unique_ptr<Form> { return std::make_unique<Screen>(program); },
+        QString::fromUtf8(viewEntry));
+}
+
+} // namespace
+
+void RegisterScreens(ScreenHost &host)
+{
+    Register<frmSplash>(host, "frmSplash");
+    Register<frmPassword>(host, "frmPassword");
+    Register<frmDailyTracker>(host, "frmDailyTracker", "mnuVWDailyTracker");
+    Register<frmTransactionUpdate>(host, "frmTransactionUpdate");
+}

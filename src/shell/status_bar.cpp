@@ -1,0 +1,127 @@
+#include "shell/status_bar.h"
+
+#include <QLabel>
+#include <QPixmap>
+
+namespace
+{
+
+constexpr int MessagePanel = 1;
+constexpr int LogoffPanel = 2;
+constexpr int LastUpdatePanel = 3;
+constexpr int PicturePanel = 4;
+constexpr int UpdatePanel = 5;
+
+/// Nothing for a state that leaves the picture alone.
+QString PictureOf(int connectionState)
+{
+    switch (connectionState) {
+    case 1:
+        return QStringLiteral("Connecting.bmp");
+    case 2:
+        return QStringLiteral("ConnStablished.bmp");
+    case 3:
+        return QStringLiteral("ConnDisabled.bmp");
+    case 4:
+        return QStringLiteral("ConnError.bmp");
+    default:
+        return QString();
+    }
+}
+
+/// What the picture says, for those who cannot see it.
+QString MeaningOf(int connectionState)
+{
+    switch (connectionState) {
+    case 1:
+        return QStringLiteral("Connecting");
+    case 2:
+        return QStringLiteral("Connection established");
+    case 3:
+        return QStringLiteral("Connection disabled");
+    default:
+        return QStringLiteral("Connection error");
+    }
+}
+
+QString Minutes(const QString &before, int minutes)
+{
+    return QStringLiteral("%1%2 minutes").arg(before).arg(minutes);
+}
+
+} // namespace
+
+StatusPanels::StatusPanels()
+{
+    static const char *const names[] = {"Message", "Logoff", "Last price update",
+                                        "State of the connection", "Price update"};
+    setObjectName(QStringLiteral("MDIStatusBar"));
+    for (int i = 0; i < int(m_panels.size()); ++i) {
+        QLabel *panel = m_panels[size_t(i)] = new QLabel(this);
+        panel->setObjectName(QStringLiteral("MDIStatusBar%1").arg(i + 1));
+        panel->setAccessibleName(QString::fromUtf8(names[i]));
+        panel->setTextFormat(Qt::PlainText);
+        // A long message is cut rather than widening the window.
+        if (i + 1 == MessagePanel)
+            panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        addPermanentWidget(panel, i + 1 == MessagePanel ? 1 : 0);
+    }
+}
+
+void StatusPanels::Update(const Program &program, const QString &gStatusMessage)
+{
+    const AccountState &account = program.account;
+    SetPanel(MessagePanel, gStatusMessage, true);
+
+    if (account.LogoffEnabled != 1)
+        SetPanel(LogoffPanel, QStringLiteral("Logoff disabled"), false);
+    else
+        SetPanel(
+            LogoffPanel,
+            Minutes(QStringLiteral("Logoff in: "), account.LogoffMinutes - program.run.IdleMinutes),
+            true);
+
+    SetPanel(LastUpdatePanel,
+             QStringLiteral("Last update: ") +
+                 program.services.formats.ToText(account.LastPriceUpdate),
+             true);
+
+    ShowConnectionState(program.priceUpdate.ConnectionState, program.services.appPath);
+
+    if (!program.priceUpdate.PriceUpdateActive)
+        SetPanel(UpdatePanel, QStringLiteral("Price update disabled"), false);
+    else
+        SetPanel(UpdatePanel,
+                 Minutes(QStringLiteral("Update in: "),
+                         account.WebUpdateMinutes.Value() -
+                             program.priceUpdate.MinutesSinceUpdate.Value()),
+                 true);
+}
+
+void StatusPanels::ShowConnectionState(int state, const QString &appPath)
+{
+    const QString file = PictureOf(state);
+    if (file.isEmpty())
+        return;
+    QLabel *panel = m_panels[PicturePanel - 1];
+    panel->setPixmap(QPixmap(appPath + QLatin1Char('/') + file));
+    panel->setToolTip(MeaningOf(state));
+    m_pictureFile = file;
+}
+
+void StatusPanels::SetPanel(int panel, const QString &text, bool enabled)
+{
+    QLabel *label = m_panels[size_t(panel - 1)];
+    label->setText(text);
+    label->setEnabled(enabled);
+}
+
+QString StatusPanels::PanelText(int panel) const
+{
+    return panel == PicturePanel ? m_pictureFile : m_panels.at(size_t(panel - 1))->text();
+}
+
+bool StatusPanels::PanelEnabled(int panel) const
+{
+    return m_panels.at(size_t(panel - 1))->isEnabledTo(this);
+}

@@ -1,0 +1,242 @@
+/// From the first instruction to the idle main window, and an account coming up.
+
+#include "shell/shell_run.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QLineEdit>
+
+namespace
+{
+
+const char *const TenMenus[] = {
+    "mnuFLNew", "mnuFLOpenExisting", "mnuFLSaveAs", "mnuFLUserSetup", "mnuFLDatabaseOptions",
+    "mnuView",  "mnuExcel",          "mnuCharts",   "mnuInternet",    "mnuWindow"};
+
+class Start : public testing::Test
+{
+protected:
+    /// Answers the sign-on when it comes up: types both texts and presses a button.
+    void SignOnWith(const QString &login, const QString &password, const QString &button)
+    {
+        run.WhenModal("frmPassword", [=, this] {
+            run.Control<QLineEdit>("frmPassword", "txtLoginID")->setText(login);
+            run.Control<QLineEdit>("frmPassword", "txtPassword")->setText(password);
+            run.Control<QPushButton>("frmPassword", button)->click();
+        });
+    }
+
+    TestAppFolder folder;
+    ShellRun run{folder};
+};
+
+QByteArray Content(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+} // namespace
+
+TEST_F(Start, BringsTheMainWindowUpOnTheSampleAccount)
+{
+    EXPECT_TRUE(run.App().Launch());
+    EXPECT_TRUE(run.App().MainWindow().isVisible());
+    EXPECT_EQ(run.App().MainWindow().Caption(), "Quillon - Sample Portfolio");
+    EXPECT_TRUE(run.State().databases.gConnAccount.IsOpen());
+    EXPECT_TRUE(run.State().databases.gConnHistPrices.IsOpen());
+    EXPECT_EQ(run.boxes.Texts(), QStringList());
+}
+
+TEST_F(Start, ShowsTheSplashForTwoAndAHalfSeconds)
+{
+    run.App().Launch();
+    EXPECT_EQ(run.clock.Now(), QDateTime(QDate(2026, 3, 2), QTime(10, 15, 2, 500)));
+    EXPECT_FALSE(run.App().Host().Loaded("frmSplash"));
+}
+
+TEST_F(Start, ClearsTheDateRangeOfTheLists)
+{
+    run.State().run.ListFrom = run.State().run.ListTo = QDate(2025, 12, 31);
+    run.App().Launch();
+    EXPECT_EQ(run.State().run.ListFrom, QDate(1900, 1, 1));
+    EXPECT_EQ(run.State().run.ListTo, QDate(1900, 1, 1));
+}
+
+TEST_F(Start, OpensTheScreensOfTheSettingsInTheirOrder)
+{
+    for (const char *key : {"PurchaseList", "DailyProfitLoss", "HistoryList", "ChartScreen",
+                            "BrowserScreen", "HistoricalPriceList"})
+        run.SetOption(key, "1");
+    run.AddStartupScreens();
+    run.App().Launch();
+    EXPECT_EQ(run.Loads(), QStringList({"frmDailyTracker", "frmInternetTran", "frmPurchaseList",
+                                        "frmDailyProfitLoss", "frmHistoryList", "frmChartScreen",
+                                        "frmWebBrowser", "frmHistoricalPriceList", "frmTipOfDay"}));
+}
+
+TEST_F(Start, OpensTheTrackerAloneOnAFirstRunAndMaximized)
+{
+    run.AddStartupScreens();
+    run.App().Launch();
+    EXPECT_EQ(run.Loads(), QStringList({"frmDailyTracker", "frmInternetTran", "frmTipOfDay"}));
+    EXPECT_TRUE(run.App().Host().ActiveChild()->parentWidget()->isMaximized());
+}
+
+TEST_F(Start, LoadsNoPriceCycleWhenItIsSwitchedOff)
+{
+    run.SetOption("WebPriceUpdate", "False");
+    run.AddStartupScreens();
+    run.App().Launch();
+    EXPECT_FALSE(run.Loads().contains("frmInternetTran"));
+}
+
+TEST_F(Start, LoadsNoPriceCycleDuringARebuild)
+{
+    run.AddStartupScreens();
+    run.State().entry.RebuildRunning = true;
+    run.App().Launch();
+    EXPECT_FALSE(run.Loads().contains("frmInternetTran"));
+}
+
+TEST_F(Start, ShowsNoTipWhenTipsAreSwitchedOff)
+{
+    run.SetOption("ShowTipOfDay", "0");
+    run.AddStartupScreens();
+    run.App().Launch();
+    EXPECT_FALSE(run.Loads().contains("frmTipOfDay"));
+}
+
+TEST_F(Start, SaysNothingAboutScreensThatAreYetToCome)
+{
+    run.SetOption("DailyTracker", "0").App().Launch();
+    EXPECT_EQ(run.Panel(1), "");
+    EXPECT_EQ(run.Panel(5), "Price update disabled");
+    EXPECT_EQ(run.State().priceUpdate.ConnectionState, 3);
+}
+
+TEST_F(Start, DisablesUndoLastInAnAccountThatHasJustBeenOpened)
+{
+    run.App().Launch();
+    EXPECT_FALSE(run.Commands().Enabled("UndoLast"));
+    EXPECT_TRUE(run.Commands().Enabled("Wizard"));
+}
+
+TEST_F(Start, RunsTheIdleLogoffOnlyForAnAccountThatAsksForIt)
+{
+    run.App().Launch();
+    EXPECT_FALSE(run.State().tmrLogoff->Enabled());
+    run.Renew();
+    run.GiveSecurity(folder.SampleAccount(), 0, 1, 15);
+    run.App().Launch();
+    EXPECT_TRUE(run.State().tmrLogoff->Enabled());
+}
+
+TEST_F(Start, EndsWithAMessageWhenTheSettingsCannotBeRead)
+{
+    run.SetOption("NotifyDays", "often");
+    EXPECT_FALSE(run.App().Launch());
+    ASSERT_EQ(run.boxes.boxes.size(), 1u);
+    EXPECT_EQ(run.boxes.boxes[0].text,
+              "An error has occured obtaining information from the Registry \n"
+              "the application will be terminated\n"
+              "Error number 13\nDescription: Type mismatch");
+    EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::Stop);
+    EXPECT_EQ(run.boxes.boxes[0].title, "Quillon Editor");
+    EXPECT_TRUE(run.App().Ended());
+}
+
+TEST_F(Start, CountsADayOfUseOnceADay)
+{
+    run.GiveBalance(folder.SampleAccount(), "2026-03-02", 4);
+    run.App().Launch();
+    EXPECT_EQ(run.State().account.ElapsedDays.Value(), 4);
+}
+
+// --- sign-on
+// ----------------------------------------------------------------------------------------
+
+TEST_F(Start, OpensAProtectedAccountAfterACorrectSignOn)
+{
+    run.GiveSecurity(folder.SampleAccount(), 1, 0, 15);
+    run.AddStartupScreens();
+    SignOnWith("Ann", "secret", "cmdLogin");
+    run.App().Launch();
+    EXPECT_FALSE(run.State().run.SignOnCancelled);
+    EXPECT_TRUE(run.App().Host().Loaded("frmDailyTracker"));
+}
+
+TEST_F(Start, LeavesTheMainWindowWithTenMenusDisabledAndNoTipWhenTheSignOnIsCancelled)
+{
+    run.GiveSecurity(folder.SampleAccount(), 1, 0, 15);
+    run.AddStartupScreens();
+    SignOnWith("Ann", "secret", "cmdCancel");
+    EXPECT_TRUE(run.App().Launch());
+    EXPECT_TRUE(run.App().MainWindow().isVisible());
+    for (const char *name : TenMenus)
+        EXPECT_FALSE(run.Commands().Enabled(name)) << name;
+    for (const char *name :
+         {"mnuFile", "mnuHelp", "mnuFLExit", "mnuFLCompactDBA", "mnuFLScreenPrint", "mnuHelpAbout"})
+        EXPECT_TRUE(run.Commands().Enabled(name)) << name;
+    EXPECT_EQ(run.log, QStringList()); // no tracker, no price cycle, no tip
+}
+
+TEST_F(Start, KeepsSetupAndSaveAsShutOnTheToolbarAfterACancelledSignOn)
+{
+    run.GiveSecurity(folder.SampleAccount(), 1, 0, 15);
+    run.AddScreen("frmUserSetup");
+    SignOnWith("", "", "cmdCancel");
+    run.App().Launch();
+    run.Choose("Setup");
+    EXPECT_EQ(run.log, QStringList());
+}
+
+TEST_F(Start, EnablesAllMenusAgainForTheNextAccount)
+{
+    run.GiveSecurity(folder.SampleAccount(), 1, 0, 15);
+    const QString other = folder.AddAccount("Other.mdb");
+    run.GiveSecurity(other, 0, 0, 15);
+    SignOnWith("", "", "cmdCancel");
+    run.App().Launch();
+    run.boxes.files = {other};
+    run.Choose("Open");
+    for (const char *name : TenMenus)
+        EXPECT_TRUE(run.Commands().Enabled(name)) << name;
+}
+
+// --- an account that is none
+// ------------------------------------------------------------------------
+
+TEST_F(Start, AsksForAnotherFileUntilOneIsAnAccount)
+{
+    const QString broken = folder.AddFile("Broken.mdb", "this is a letter, not an account");
+    run.SetOption("CurrentFilePath", broken).SetOption("AccountName", "Broken");
+    const QString good = folder.AddAccount("Good.mdb");
+    // Cancelled, refused by its name, no account, and at last one.
+    run.boxes.files = {std::nullopt, folder.File("ApplControl.xxx"), broken, good};
+    EXPECT_TRUE(run.App().Launch());
+    const QString invalid = "The database Quillon is trying to open is invalid!\n"
+                            "Please open a valid database for this application.\n"
+                            "Error number -2147467259\nDescription: ";
+    const QStringList texts = run.boxes.Texts();
+    ASSERT_EQ(texts.size(), 5);
+    EXPECT_TRUE(texts[0].startsWith(invalid)) << qPrintable(texts[0]);
+    EXPECT_TRUE(texts[1].startsWith(invalid));
+    EXPECT_EQ(texts[2], "This is an invalid account database, please try again");
+    EXPECT_TRUE(texts[3].startsWith(invalid));
+    EXPECT_TRUE(texts[4].startsWith(invalid));
+    EXPECT_EQ(run.State().settings.AccountName, "Good");
+    EXPECT_FALSE(run.State().run.AccountInvalid);
+    EXPECT_EQ(Content(broken), "this is a letter, not an account");
+}
+
+TEST_F(Start, AsksForAnotherFileWhenTheAccountIsGone)
+{
+    const QString good = folder.AddAccount("Good.mdb");
+    run.SetOption("CurrentFilePath", folder.File("Gone.mdb"));
+    run.boxes.files = {good};
+    EXPECT_TRUE(run.App().Launch());
+    EXPECT_EQ(run.boxes.boxes.size(), 1u);
+    EXPECT_FALSE(QFile::exists(folder.File("Gone.mdb")));
+}
