@@ -48,7 +48,7 @@ public:
     void Open()
     {
         gConnAccount.Open(Path());
-        gConnUndo.Open(Path());
+        gConnUndo.Open(Path(), Durability::WithNextSync);
         rows.Open(gConnAccount, QStringLiteral("ORDER BY Shares DESC, Symbol"));
         lots.Open(gConnUndo);
     }

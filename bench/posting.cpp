@@ -114,7 +114,6 @@ BENCHMARK(BM_BareStatements)->Args({10, 100})->Args({1000, 100000})->Unit(benchm
 
 int main(int argc, char **argv)
 {
-    SyncCounter::Install();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

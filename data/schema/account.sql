@@ -5,7 +5,7 @@ PRAGMA user_version = 1;
 
 CREATE TABLE DailyTracker (
     Symbol            TEXT NOT NULL UNIQUE,
-    Name              TEXT,
+    Name              TEXT COLLATE NOCASE,
     Shares            REAL SINGLE NOT NULL DEFAULT 0,
     CurrPrice         INTEGER CURRENCY NOT NULL DEFAULT 0,
     Basis             INTEGER CURRENCY NOT NULL DEFAULT 0,
@@ -27,7 +27,7 @@ CREATE TABLE DailyTracker (
 CREATE TABLE DailyProfitLoss (
     ID         INTEGER PRIMARY KEY AUTOINCREMENT,
     Symbol     TEXT NOT NULL,
-    Name       TEXT,
+    Name       TEXT COLLATE NOCASE,
     ProfitLoss INTEGER CURRENCY NOT NULL DEFAULT 0,
     TransDate  TEXT DATE NOT NULL,
     Time       TEXT TIME
@@ -59,7 +59,7 @@ CREATE INDEX PriceHistoryEmpty ON PriceHistory (ID) WHERE Shares = 0;
 CREATE TABLE History (
     ID              INTEGER PRIMARY KEY AUTOINCREMENT,
     Symbol          TEXT NOT NULL,
-    Name            TEXT,
+    Name            TEXT COLLATE NOCASE,
     Description     TEXT,
     Shares          REAL SINGLE NOT NULL DEFAULT 0,
     TransactionCost INTEGER CURRENCY NOT NULL DEFAULT 0,

@@ -21,7 +21,7 @@ CREATE INDEX ApplicationTableByName ON ApplicationTable (TableName, Field08);
 
 CREATE TABLE SecurityDetail (
     Symbol       TEXT NOT NULL UNIQUE,
-    Name         TEXT,
+    Name         TEXT COLLATE NOCASE,
     SecurityType TEXT
 );
 

@@ -4,7 +4,7 @@ PRAGMA user_version = 1;
 
 CREATE TABLE WebParameters (
     ID                     INTEGER PRIMARY KEY AUTOINCREMENT,
-    WebSiteName            TEXT,
+    WebSiteName            TEXT COLLATE NOCASE,
     BegWebAddress          TEXT,
     EndWebAddress          TEXT,
     AddressBuildCharacters TEXT,

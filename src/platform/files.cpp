@@ -64,9 +64,13 @@ void Files::CopyFile(const QString &from, const QString &to, bool overwrite)
     if (!overwrite && QFileInfo::exists(to))
         throw RuntimeError(RuntimeError::FileExistsNumber,
                            QStringLiteral("File already exists: ") + to);
-    if (!QFileInfo(QFileInfo(to).absolutePath()).isDir())
+    const QFileInfo folder(QFileInfo(to).absolutePath());
+    if (!folder.isDir())
         throw RuntimeError(RuntimeError::PathNotFoundNumber,
                            QStringLiteral("Path not found: ") + to);
+    if (!folder.isWritable())
+        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                           QStringLiteral("Permission denied: ") + to);
     if (!source.open(QIODevice::ReadOnly))
         throw FromFileError(source, from);
     QSaveFile target(to);
@@ -76,8 +80,12 @@ void Files::CopyFile(const QString &from, const QString &to, bool overwrite)
         const QByteArray block = source.read(1 << 20);
         if (source.error() != QFileDevice::NoError)
             throw FromFileError(source, from);
-        if (target.write(block) != block.size())
-            throw FromFileError(target, to);
+        for (qint64 written = 0; written < block.size();) {
+            const qint64 part = target.write(block.constData() + written, block.size() - written);
+            if (part <= 0) // a disk that fills up takes a part before it fails
+                throw FromFileError(target, to);
+            written += part;
+        }
     }
     if (!target.commit())
         throw FromFileError(target, to);
@@ -91,6 +99,11 @@ void Files::Kill(const QString &path)
 
 void Files::Name(const QString &from, const QString &to)
 {
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-        throw FromErrno(errno, from);
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+        return;
+    const int error = errno;
+    if (error == ENOENT && QFileInfo::exists(from))
+        throw RuntimeError(RuntimeError::PathNotFoundNumber,
+                           QStringLiteral("Path not found: ") + to);
+    throw FromErrno(error, from);
 }

@@ -14,18 +14,31 @@ public:
     {
         QObject::connect(&m_timer, &QTimer::timeout, std::move(tick));
     }
-    void SetInterval(std::chrono::milliseconds interval) override { m_timer.setInterval(interval); }
+    void SetInterval(std::chrono::milliseconds interval) override
+    {
+        m_timer.setInterval(interval);
+        Run();
+    }
     void SetEnabled(bool enabled) override
     {
-        if (enabled)
-            m_timer.start();
-        else
-            m_timer.stop();
+        m_enabled = enabled;
+        Run();
     }
-    bool Enabled() const override { return m_timer.isActive(); }
+    bool Enabled() const override { return m_enabled; }
 
 private:
+    /// Without an interval an enabled timer does not fire; enabling a running one lets it run on.
+    void Run()
+    {
+        const bool runs = m_enabled && m_timer.interval() > 0;
+        if (runs && !m_timer.isActive())
+            m_timer.start();
+        else if (!runs)
+            m_timer.stop();
+    }
+
     QTimer m_timer;
+    bool m_enabled = false;
 };
 
 } // namespace

@@ -25,6 +25,11 @@ void RefreshListsAfterPosting(Program &program)
     if (program.entry.RebuildMode || OpenLists(program.screens).empty())
         return;
     program.services.clock.Wait(2500ms);
-    for (ListScreen *list : OpenLists(program.screens)) // some may have been closed meanwhile
+    RefreshOpenLists(program); // some may have been closed meanwhile
+}
+
+void RefreshOpenLists(Program &program)
+{
+    for (ListScreen *list : OpenLists(program.screens))
         list->RefreshList();
 }

@@ -16,3 +16,5 @@ public:
 /// Gives the file 2.5 seconds, with events handled meanwhile, and refreshes the list screens that
 /// are open then. Without an open one, and while the ledger is replayed, there is no wait.
 void RefreshListsAfterPosting(Program &program);
+/// Refreshes them at once.
+void RefreshOpenLists(Program &program);

@@ -23,6 +23,7 @@ struct PriceUpdateState
     bool PriceUpdateActive = false;  ///< frmInternetTran is loaded
     bool UpdateInProgress = false;   ///< a cycle is running
     Integer MinutesSinceUpdate;
+    bool HistoricalRetryNeeded = false; ///< the next cycle loads daily prices, whatever the date
     int ConnectionState = 0;         ///< 1 connecting, 2 connected, 3 disabled, 4 error
 };
 
@@ -36,6 +37,7 @@ struct RunState
     bool BrowserAlive = false;
     bool AccountInvalid = false;
     bool OpeningExisting = false;
+    bool BackupOffered = false;  ///< the wizard asked for a backup in this run
     QString BackupMode;          ///< "Backup", "Restore", "AutoCompact" or empty
     int IdleMinutes = 0;         ///< ticks since the last action of the user
     int ScreenWidth = 0;         ///< inner size of the main window, by which screens place themselves
@@ -75,6 +77,9 @@ struct Program
     // Set by the Daily Tracker while it is loaded; nothing happens without it.
     std::function<void()> UpdatePortfolioTotals;  ///< shows the totals, and the rows anew
     std::function<void()> ReloadDataGrid;         ///< values the rows, totals and grid follow
+
+    /// Set while a rebuild reopens the account: the Daily Tracker calls it on its fresh recordsets.
+    std::function<void()> BeginRebuild;
 
     /// A user did something: the idle logoff counts anew.
     void UserActed() { run.IdleMinutes = 0; }

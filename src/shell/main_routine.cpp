@@ -165,9 +165,11 @@ void MainRoutine::CloseAllScreens()
         if (m_program.services.commands.Checked(QString::fromUtf8(screen.viewEntry)))
             m_host.Unload(QString::fromUtf8(screen.form));
 
+    // The price cycle goes twice: the screens that suspend it load it again when they go.
     for (const char *form :
          {"frmDeleteOptions", "frmDateSelect", "frmUserSetup", "frmChartScreen", "frmInternetTran",
-          "frmQuoteServerUpdate", "frmTransactionUpdate", "frmPortfolioSelect"}) {
+          "frmQuoteServerUpdate", "frmTransactionUpdate", "frmPortfolioSelect",
+          "frmInternetTran"}) {
         const QString name = QString::fromUtf8(form);
         // A rebuild presses the buttons of the entry screen, and needs it all the while.
         if (name == QLatin1String("frmTransactionUpdate") && m_program.entry.RebuildRunning)

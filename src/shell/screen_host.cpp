@@ -126,8 +126,9 @@ void ScreenHost::Display(LoadedScreen &screen, bool modal)
     }
     if (modal)
         screen.form->setWindowModality(Qt::ApplicationModal);
+    // No tool window: the main window's Alt keys would stay at work in it, beside its own.
     DisplayWindow(screen, placement == Placement::OnTop
-                              ? Qt::WindowFlags(Qt::Tool | Qt::WindowStaysOnTopHint)
+                              ? Qt::WindowFlags(Qt::Dialog | Qt::WindowStaysOnTopHint)
                               : Qt::WindowFlags(Qt::Dialog));
     if (Find(name))
         Find(name)->Activate();

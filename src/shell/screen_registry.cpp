@@ -4,6 +4,7 @@
 #include "shell/frm_splash.h"
 #include "shell/screen_host.h"
 #include "tracking/frm_daily_tracker.h"
+#include "transactions/frm_security_update.h"
 #include "transactions/frm_transaction_update.h"
 
 namespace
@@ -25,5 +26,6 @@ void RegisterScreens(ScreenHost &host)
     Register<frmSplash>(host, "frmSplash");
     Register<frmPassword>(host, "frmPassword");
     Register<frmDailyTracker>(host, "frmDailyTracker", "mnuVWDailyTracker");
+    Register<frmSecurityUpdate>(host, "frmSecurityUpdate");
     Register<frmTransactionUpdate>(host, "frmTransactionUpdate");
 }

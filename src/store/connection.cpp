@@ -6,6 +6,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -25,15 +26,24 @@ void Check(sqlite3 *database, int result)
 /// Looks into the header alone, so that a foreign file is not even locked.
 void RequireOurFile(const QString &path)
 {
+    if (path.isEmpty())
+        throw RuntimeError::Store(QStringLiteral("Could not open file '': no name"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw RuntimeError::Store(
             QStringLiteral("Could not open file '%1': %2").arg(path, file.errorString()));
     const QByteArray header = file.read(100);
+    constexpr int pageSizeOffset = 16;
     constexpr int markOffset = 68;
     if (header.size() < 100 || !header.startsWith(QByteArray("SQLite format 3\0", 16)) ||
         qFromBigEndian<qint32>(header.constData() + markOffset) != ApplicationMark)
         throw RuntimeError::Store(QStringLiteral("Unrecognized database format '%1'.").arg(path));
+    // The store reads a last page that was cut short as zeros. With a log beside the file it may
+    // be just that page which the log completes.
+    const int pageSize =
+        std::max<int>(1, qFromBigEndian<quint16>(header.constData() + pageSizeOffset));
+    if (file.size() % pageSize != 0 && !QFile::exists(path + QStringLiteral("-wal")))
+        throw RuntimeError::Store(QStringLiteral("The file is cut short: '%1'.").arg(path));
 }
 
 } // namespace
@@ -190,7 +200,10 @@ QDate Statement::Date(int column) const
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
     if (!text || sqlite3_column_bytes(m_statement, column) < 10)
         return {};
-    return QDate(Digits(text, 4), Digits(text + 5, 2), Digits(text + 8, 2));
+    const int year = Digits(text, 4);
+    if (year < 0) // a year before our era to QDate
+        return {};
+    return QDate(year, Digits(text + 5, 2), Digits(text + 8, 2));
 }
 
 QTime Statement::Time(int column) const
@@ -210,7 +223,7 @@ Connection::~Connection()
     Close();
 }
 
-void Connection::Open(const QString &path)
+void Connection::Open(const QString &path, Durability durability)
 {
     Close();
     RequireOurFile(path);
@@ -225,8 +238,10 @@ void Connection::Open(const QString &path)
             throw RuntimeError::Store(
                 QStringLiteral("Cannot update. Database or object is read-only: '%1'.").arg(path));
         // A write-ahead log costs one sync of the disk for each commit and keeps every commit.
-        ExecuteScript(QStringLiteral("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL;"
-                                     "PRAGMA wal_autocheckpoint=4000;"));
+        ExecuteScript(QStringLiteral("PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=4000; "
+                                     "PRAGMA synchronous=%1;")
+                          .arg(durability == Durability::AtOnce ? QStringLiteral("FULL")
+                                                                : QStringLiteral("NORMAL")));
     } catch (...) {
         sqlite3_close_v2(std::exchange(m_database, nullptr));
         throw;

@@ -53,6 +53,7 @@ public:
     void Bind(int index, bool value) { Bind(index, qint64{value ? 1 : 0}); }
     void Bind(int index, double value);
     void Bind(int index, const QString &value);
+    void Bind(int index, const char *value) = delete; ///< would pass for a flag
     void Bind(int index, QDate value);
     void Bind(int index, QTime value);
     void BindNull(int index);
@@ -91,6 +92,10 @@ private:
     sqlite3_stmt *m_statement = nullptr;
 };
 
+/// When a commit is safe against a power failure: at once, or with the next commit of another
+/// connection to the file that is. Either way it is there whole or not at all.
+enum class Durability { AtOnce, WithNextSync };
+
 class Connection
 {
 public:
@@ -100,7 +105,7 @@ public:
     Connection &operator=(const Connection &) = delete;
 
     /// Opens an existing file of ours for reading and writing.
-    void Open(const QString &path);
+    void Open(const QString &path, Durability durability = Durability::AtOnce);
     /// Afterwards the account is one file that can be copied, if no other connection holds it.
     void Close();
     bool IsOpen() const { return m_database != nullptr; }

@@ -33,7 +33,8 @@ void OpenDatabases(Databases &databases, Settings &settings, AccountState &accou
     databases.accountError.reset();
     try {
         databases.gConnAccount.Open(settings.CurrentFilePath);
-        databases.gConnUndo.Open(settings.CurrentFilePath);
+        // The lots of a posting are written when the next one begins, whose own commit syncs both.
+        databases.gConnUndo.Open(settings.CurrentFilePath, Durability::WithNextSync);
     } catch (const RuntimeError &error) {
         databases.accountError = error; // shown when the control rows are read
     }
@@ -82,7 +83,7 @@ void LoadWebParameters(Databases &databases, Settings &settings, AccountState &a
     try {
         sites.Open(databases.gConnWebSites,
                    {QStringLiteral("*"), QStringLiteral("WebParameters"),
-                    QStringLiteral("ORDER BY WebSiteName COLLATE NOCASE, WebSiteName")});
+                    QStringLiteral("ORDER BY WebSiteName")});
         if (account.CurrentWebSiteName.trimmed().isEmpty()) {
             const int id = sites.Column(QStringLiteral("ID"));
             const int name = sites.Column(QStringLiteral("WebSiteName"));

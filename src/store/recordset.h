@@ -40,8 +40,9 @@ public:
 
     int RecordCount() const { return int(m_rows.size()); }
     bool IsEmpty() const { return m_rows.empty(); }
-    bool AtBegin() const { return m_current < 0; }                 ///< BOF
-    bool AtEnd() const { return m_current >= int(m_rows.size()); } ///< EOF
+    /// BOF and EOF; without rows both hold.
+    bool AtBegin() const { return m_current < 0 || m_rows.empty(); }
+    bool AtEnd() const { return m_current >= RecordCount() || m_rows.empty(); }
     void MoveFirst() { MoveTo(0); }
     void MoveNext() { MoveTo(m_current + 1); }
     void MoveLast() { MoveTo(RecordCount() - 1); }

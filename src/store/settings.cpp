@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -132,7 +133,11 @@ private:
     {
         if (text.isEmpty())
             return;
-        const std::optional<QDate> date = m_formats.DateFromText(text);
+        std::optional<QDate> date = m_formats.DateFromText(text);
+        // The user's locale may be another one than when the date was written.
+        for (const QLocale::Territory written : {QLocale::UnitedStates, QLocale::UnitedKingdom})
+            if (!date)
+                date = Formats(QLocale(QLocale::English, written)).DateFromText(text);
         if (!date)
             throw RuntimeError::TypeMismatch();
         value = *date;
@@ -159,7 +164,12 @@ public:
     void Date(const char *key, QDate value) { Save(Options, key, m_formats.ToText(value)); }
     void ShiftedDate(const char *key, QDate value)
     {
-        Save(Options, key, ShiftUp(m_formats.ToText(value)));
+        // The shift knows the Western code page alone, and some locales write a letter of their
+        // own into a date; year first it is read in all of them.
+        const QString text = m_formats.ToText(value);
+        const bool western = std::all_of(text.begin(), text.end(),
+                                         [](QChar letter) { return letter.unicode() < 253; });
+        Save(Options, key, ShiftUp(western ? text : value.toString(Qt::ISODate)));
     }
 
 private:

@@ -3,7 +3,6 @@
 /// Sums over the position rows, and the bookkeeping that moves the account's balance.
 
 #include "base/currency.h"
-#include "base/integer.h"
 #include "base/single.h"
 
 struct PortfolioTotals
@@ -14,8 +13,9 @@ struct PortfolioTotals
     Currency ActualProfitLossTotal; ///< the two above, not the sum of the column
     Currency TransCostTodayTotal;
     Currency TransCostToDateTotal;
-    Integer TransactionsToday;
-    Integer TransactionsToDate;
+    /// Wider than the rows' 16-bit counters: an account may well hold more than 32,767 transactions.
+    int TransactionsToday = 0;
+    int TransactionsToDate = 0;
     Currency InvestedValueTotal;
     Currency InvestedToDateTotal;
 

@@ -65,6 +65,7 @@ void TrackerRecordset::Close()
 {
     m_connection = nullptr;
     m_rows.clear();
+    m_bySymbol.clear();
     m_current = 0;
     Notify();
 }
@@ -82,6 +83,7 @@ void TrackerRecordset::Read()
     }
     m_rows = std::move(rows);
     m_current = 0;
+    IndexRows();
 }
 
 void TrackerRecordset::Notify() const
@@ -97,10 +99,16 @@ void TrackerRecordset::MoveTo(int row)
 
 bool TrackerRecordset::Find(const QString &symbol)
 {
-    const auto found = std::find_if(m_rows.begin(), m_rows.end(),
-                                    [&](const Entry &entry) { return entry.now.Symbol == symbol; });
-    m_current = int(found - m_rows.begin());
-    return found != m_rows.end();
+    const auto found = m_bySymbol.constFind(symbol);
+    m_current = found == m_bySymbol.constEnd() ? RecordCount() : *found;
+    return found != m_bySymbol.constEnd();
+}
+
+void TrackerRecordset::IndexRows()
+{
+    m_bySymbol.clear();
+    for (int i = RecordCount() - 1; i >= 0; --i) // the first row of a symbol stays
+        m_bySymbol.insert(m_rows[size_t(i)].now.Symbol, i);
 }
 
 const TrackerRow &TrackerRecordset::Current() const
@@ -127,6 +135,8 @@ void TrackerRecordset::AddNew(const QString &symbol, const QString &name, QDate 
     ResetDailyTrackerRow(entry.now, today, now);
     m_rows.push_back(std::move(entry));
     m_current = RecordCount() - 1;
+    if (!m_bySymbol.contains(symbol))
+        m_bySymbol.insert(symbol, m_current);
 }
 
 void TrackerRecordset::Delete()
@@ -137,6 +147,7 @@ void TrackerRecordset::Delete()
         m_connection->Execute(QStringLiteral("DELETE FROM DailyTracker WHERE rowid = ?"),
                               entry->id);
     m_rows.erase(entry);
+    IndexRows();
     Notify();
 }
 
@@ -173,10 +184,14 @@ void TrackerRecordset::UpdateBatch()
         ids.push_back(id);
     }
     guard.Commit();
+    bool renamed = false;
     for (size_t i = 0; i < m_rows.size(); ++i) {
+        renamed = renamed || m_rows[i].now.Symbol != m_rows[i].stored.Symbol;
         m_rows[i].id = ids[i];
         m_rows[i].stored = m_rows[i].now;
     }
+    if (renamed)
+        IndexRows();
     Notify();
 }
 
@@ -186,6 +201,7 @@ void TrackerRecordset::CancelBatch()
     for (Entry &entry : m_rows)
         entry.now = entry.stored;
     m_current = std::min(m_current, RecordCount());
+    IndexRows();
 }
 
 void TrackerRecordset::Requery()

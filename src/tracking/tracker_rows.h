@@ -13,6 +13,7 @@
 #include "store/connection.h"
 
 #include <QDate>
+#include <QHash>
 #include <QString>
 
 #include <functional>
@@ -91,11 +92,13 @@ private:
         TrackerRow stored;
     };
     void Read();
+    void IndexRows();
     void Notify() const;
 
     Connection *m_connection = nullptr;
     QString m_orderBy;
     std::vector<Entry> m_rows;
+    QHash<QString, int> m_bySymbol;
     int m_current = 0;
 };
 

@@ -5,7 +5,7 @@ void InitializeTotals(PortfolioTotals &totals)
     totals.ProfitLossTodayTotal = totals.ProfitLossToDateTotal = totals.ActualProfitLossTotal =
         Currency();
     totals.TransCostTodayTotal = totals.TransCostToDateTotal = Currency();
-    totals.TransactionsToday = totals.TransactionsToDate = Integer();
+    totals.TransactionsToday = totals.TransactionsToDate = 0;
     totals.InvestedValueTotal = totals.InvestedToDateTotal = Currency();
 }
 
@@ -16,8 +16,8 @@ void ComputeTotals(PortfolioTotals &totals, const TrackerRow &row)
     totals.ActualProfitLossTotal = totals.ProfitLossTodayTotal + totals.ProfitLossToDateTotal;
     totals.TransCostTodayTotal += row.TransCostToday;
     totals.TransCostToDateTotal += row.TransCostToDate;
-    totals.TransactionsToday += row.NumberTransToday;
-    totals.TransactionsToDate += row.NumberTransToDate;
+    totals.TransactionsToday += row.NumberTransToday.Value();
+    totals.TransactionsToDate += row.NumberTransToDate.Value();
     totals.InvestedValueTotal += row.InvestedValue;
     totals.InvestedToDateTotal += row.InvestedToDate;
 }

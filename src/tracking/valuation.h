@@ -15,7 +15,7 @@
 
 /// All sums of PortfolioTotals that ComputeTotals gathers to zero.
 void InitializeTotals(PortfolioTotals &totals);
-/// Adds the row to the sums. RuntimeError 6 when a count of transactions passes 16 bits.
+/// Adds the row to the sums.
 void ComputeTotals(PortfolioTotals &totals, const TrackerRow &row);
 /// InitializeTotals and ComputeTotals over all rows; the cursor ends behind the last one.
 void RecomputeTotals(PortfolioTotals &totals, TrackerRecordset &rows);

@@ -42,6 +42,8 @@ public:
     virtual void SelectAction(Action action) = 0;
 };
 
+class ProfitLossBook;
+
 /// The open account as a posting sees it; all of it belongs to the program.
 struct PostingWork
 {
@@ -53,6 +55,8 @@ struct PostingWork
     EntryState &entry;
     Connection &gConnAccount;
     Services &services;
+    /// Where a replay gathers DailyProfitLoss; without it each posting writes its own.
+    ProfitLossBook *replayed = nullptr;
 };
 
 /// Shows the lines of a failed posting and ends the program; what was not written whole is dropped.

@@ -83,6 +83,7 @@ void PostHistoryEntry(PostingWork &work, const TransactionEntry &entry, Single t
         entry.TransDate, now);
 
     UndoRecord &last = work.undo.UndoLast;
+    last.HistoryID = work.gConnAccount.LastInsertId();
     last.HistorySymbol = symbol;
     last.HistoryTransDate = entry.TransDate;
     last.HistoryTime = now;

@@ -91,8 +91,10 @@ void PurchaseLots::Touch(const QString &symbol)
 
 void PurchaseLots::Add(const QString &symbol, const Lot &lot)
 {
-    EditLotsOf(symbol).push_back(lot);
-    m_unsorted.insert(symbol);
+    std::vector<Lot> &lots = EditLotsOf(symbol);
+    if (!lots.empty() && ConsumedBefore(lot, lots.back()))
+        m_unsorted.insert(symbol);
+    lots.push_back(lot);
     if (lot.Shares.IsZero())
         m_withEmpty.insert(symbol);
     if (!m_inTransaction)
@@ -182,10 +184,11 @@ void PurchaseLots::RollbackTrans()
 {
     for (auto stored = m_stored.constBegin(); stored != m_stored.constEnd(); ++stored)
         m_lots[stored.key()] = stored.value();
-    for (const QString &symbol : m_stored.keys())
+    for (const QString &symbol : m_stored.keys()) {
         m_withEmpty.insert(symbol);
+        m_unsorted.insert(symbol); // lots may come back that were added after the last requery
+    }
     m_stored.clear();
-    m_unsorted.clear();
     m_inTransaction = false;
 }
 

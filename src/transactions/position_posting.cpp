@@ -3,6 +3,7 @@
 #include "tracking/valuation.h"
 #include "transactions/history.h"
 #include "transactions/lot_consumption.h"
+#include "transactions/profit_loss_book.h"
 #include "transactions/undo.h"
 
 namespace
@@ -102,5 +103,8 @@ void PostTradeToRow(PostingWork &work, const TransactionEntry &entry, const Trad
     row.NumberTransToDate += 1;
     row.TransDate = entry.TransDate;
     row.Time = work.services.clock.TimeOfDay();
-    PostDailyProfitLoss(work.gConnAccount, row, entry.TransDate, work.services);
+    if (work.replayed)
+        work.replayed->Post(row, entry.TransDate, row.Time);
+    else
+        PostDailyProfitLoss(work.gConnAccount, row, entry.TransDate, work.services);
 }

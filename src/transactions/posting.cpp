@@ -91,7 +91,10 @@ private:
             m_work.rows.AddNew(m_entry.Symbol, m_entry.Name, m_work.services.clock.Today(),
                                m_work.services.clock.TimeOfDay());
         }
-        ComputePortfolioBalance(m_work.account, m_work.totals, m_work.undo.UndoLast.Balance);
+        if (state.RebuildMode)
+            m_work.totals.RealizedPending = Currency(); // the replay restores the balance itself
+        else
+            ComputePortfolioBalance(m_work.account, m_work.totals, m_work.undo.UndoLast.Balance);
         return WriteLedgers();
     }
 
@@ -108,12 +111,12 @@ private:
         PortfolioTotals &totals = m_work.totals;
         EntryState &state = m_work.entry;
         state.SymbolFound = false;
+        if (state.RebuildMode)
+            return WalkReplayed();
         InitializeTotals(totals);
         totals.BasisTotal = Single();
         for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext()) {
             totals.RowBasisDone = false;
-            if (state.RebuildMode && state.RebuildNewDay)
-                RollDayForward(rows.Edit());
             if (rows.Current().Symbol == m_entry.Symbol) {
                 state.SymbolFound = true;
                 if (m_entry.action == Action::Split)
@@ -133,6 +136,20 @@ private:
         return WalkEnd::AllRows;
     }
 
+    /// A replay touches the row of the symbol alone: the values of the others, and all totals, are
+    /// computed once when it is over.
+    WalkEnd WalkReplayed()
+    {
+        TrackerRecordset &rows = m_work.rows;
+        if (m_work.entry.RebuildNewDay)
+            for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext())
+                RollDayForward(rows.Edit());
+        m_work.entry.SymbolFound = rows.Find(m_entry.Symbol);
+        if (m_work.entry.SymbolFound)
+            PostTradeToRow(m_work, m_entry, m_trade);
+        return WalkEnd::AllRows;
+    }
+
     PostingOutcome FinishSplit()
     {
         m_work.totals.TransCost = Currency();
@@ -146,19 +163,21 @@ private:
 
     PostingOutcome WriteLedgers()
     {
-        if (!m_guard)
-            m_guard.emplace(m_work.gConnAccount);
         const bool addsLot = OpensLot(*m_entry.action);
         if (addsLot)
             AddPurchaseLot(m_work, m_entry, m_trade);
         m_work.undo.UndoLast.LotAdded = addsLot;
-        if (!m_work.entry.RebuildMode)
+        if (m_work.entry.RebuildMode) // History stays; the rows are written when the replay is over
+            return PostingOutcome::Posted;
+        if (!m_guard)
+            m_guard.emplace(m_work.gConnAccount);
+        const bool split = m_entry.action == Action::Split; // of a symbol that has no row
+        if (!split)
             PostHistoryEntry(m_work, m_entry, m_trade.TransShares);
         m_work.rows.UpdateBatch();
         m_guard->Commit();
-        if (!m_work.entry.RebuildMode)
-            m_work.rows.Requery();
-        return PostingOutcome::Posted;
+        m_work.rows.Requery();
+        return split ? PostingOutcome::PostedSplit : PostingOutcome::Posted;
     }
 
     PostingWork &m_work;

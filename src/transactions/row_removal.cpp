@@ -20,23 +20,52 @@ std::optional<DailyProfitLossRow> ReadDailyProfitLoss(Connection &gConnAccount,
                               statement.Money(3), statement.Date(4), statement.Time(5)};
 }
 
-/// The posting before becomes final; from here on Undo Last means this row.
-void OpenRowTransaction(PostingWork &work)
+/// The posting before becomes final; from here on Undo Last means this row. Unless the change is kept,
+/// rows, lots and sums are as they were.
+class RowTransaction
 {
-    CommitUndoTransaction(work);
-    SaveUndoLast(work, work.rows.Current());
-    work.gRsLots.BeginTrans();
-    work.undo.RowTransactionOpen = true;
-    work.undo.RemovedProfitLoss = ReadDailyProfitLoss(work.gConnAccount, work.rows.Current().Symbol,
-                                                      work.services.clock.Today());
-    work.gRsLots.RemoveAll(work.rows.Current().Symbol);
-}
+public:
+    explicit RowTransaction(PostingWork &work) : m_work(work), m_totals(work.totals)
+    {
+        CommitUndoTransaction(work);
+        const TrackerRow &row = work.rows.Current();
+        work.undo.RemovedProfitLoss =
+            ReadDailyProfitLoss(work.gConnAccount, row.Symbol, work.services.clock.Today());
+        SaveUndoLast(work, row);
+        work.gRsLots.BeginTrans();
+        work.undo.RowTransactionOpen = true;
+        work.gRsLots.RemoveAll(row.Symbol);
+    }
+    ~RowTransaction()
+    {
+        if (m_kept)
+            return;
+        m_work.gRsLots.RollbackTrans();
+        m_work.undo.RowTransactionOpen = false;
+        m_work.undo.RemovedProfitLoss.reset();
+        m_work.totals = m_totals;
+        m_work.rows.CancelBatch();
+        try {
+            m_work.rows.Requery();
+        } catch (const RuntimeError &) {
+            // The error on its way out says what is wrong with the file.
+        }
+    }
+    RowTransaction(const RowTransaction &) = delete;
+    RowTransaction &operator=(const RowTransaction &) = delete;
+    void Keep() { m_kept = true; }
+
+private:
+    PostingWork &m_work;
+    PortfolioTotals m_totals;
+    bool m_kept = false;
+};
 
 } // namespace
 
 void ClearRow(PostingWork &work)
 {
-    OpenRowTransaction(work);
+    RowTransaction transaction(work);
     const QDate today = work.services.clock.Today();
     TrackerRow &row = work.rows.Edit();
     work.totals.RealizedPending = row.Basis;
@@ -45,6 +74,7 @@ void ClearRow(PostingWork &work)
     PostDailyProfitLoss(work.gConnAccount, row, today, work.services);
     work.rows.UpdateBatch();
     guard.Commit();
+    transaction.Keep();
     RecomputeTotals(work.totals, work.rows);
     ComputePortfolioBalance(work.account, work.totals, work.undo.UndoLast.Balance);
     work.rows.Requery();
@@ -52,11 +82,12 @@ void ClearRow(PostingWork &work)
 
 void DeleteRow(PostingWork &work)
 {
-    OpenRowTransaction(work);
+    RowTransaction transaction(work);
     work.rows.Edit().ProfitLossToday = Currency();
     WriteGuard guard(work.gConnAccount);
     PostDailyProfitLoss(work.gConnAccount, work.rows.Current(), work.services.clock.Today(),
                         work.services);
     work.rows.Delete();
     guard.Commit();
+    transaction.Keep();
 }

@@ -14,19 +14,22 @@ void RestoreUndoLast(PostingWork &work)
     work.totals.PriorBasisTotal = last.PriorBasisTotal;
 }
 
-void DeleteLastHistoryEntries(PostingWork &work)
+/// `lotRolledBack`: the lot was still pending and is gone; what the file holds under its key is
+/// another lot of the same instant.
+void DeleteLastHistoryEntries(PostingWork &work, bool lotRolledBack)
 {
     const UndoRecord &last = work.undo.UndoLast;
     try {
         WriteGuard guard(work.gConnAccount);
-        if (last.LotAdded)
+        if (last.LotAdded && !lotRolledBack)
             work.gConnAccount.Execute(
                 QStringLiteral(
                     "DELETE FROM PriceHistory WHERE Symbol = ? AND TransDate = ? AND Time = ?"),
                 last.LastLotSymbol, last.LastLotTransDate, last.LastLotTime);
         work.gConnAccount.Execute(
-            QStringLiteral("DELETE FROM History WHERE Symbol = ? AND TransDate = ? AND Time = ?"),
-            last.HistorySymbol, last.HistoryTransDate, last.HistoryTime);
+            QStringLiteral("DELETE FROM History WHERE ID = ? AND Symbol = ? AND TransDate = ? "
+                           "AND Time = ?"),
+            last.HistoryID, last.HistorySymbol, last.HistoryTransDate, last.HistoryTime);
         guard.Commit();
     } catch (const RuntimeError &error) {
         work.services.dialogs.MsgBox(
@@ -92,6 +95,8 @@ bool UndoLastTransaction(PostingWork &work, const std::function<void()> &reloadD
             QStringLiteral("You are about to undo your last transaction. Is this OK?"),
             Box::YesNo + Box::Question + Box::SecondDefault, EditorTitle()) != Answer::Yes)
         return false;
+    const bool lotRolledBack = work.undo.PostingTransactionOpen;
+    WriteGuard guard(work.gConnAccount); // taken back whole, or not at all
     RollbackUndoTransaction(work);
     work.undo.UndoInProgress = true;
     UndoRecord &last = work.undo.UndoLast;
@@ -105,7 +110,8 @@ bool UndoLastTransaction(PostingWork &work, const std::function<void()> &reloadD
     PostDailyProfitLoss(work.gConnAccount, work.rows.Current(), last.row.TransDate, work.services);
     reloadDataGrid();
     work.rows.Requery();
-    DeleteLastHistoryEntries(work);
+    DeleteLastHistoryEntries(work, lotRolledBack);
+    guard.Commit();
     work.gRsLots.Reload();
     EnableUndoCommands(work.services.commands, false);
     work.undo.UndoInProgress = false;

@@ -14,6 +14,7 @@ struct UndoRecord
     Single BasisTotal;
     Single PriorBasisTotal;
 
+    qint64 HistoryID = 0; ///< tells rows of one instant apart; 0: no row
     QString HistorySymbol;
     QDate HistoryTransDate;
     QTime HistoryTime;

@@ -32,8 +32,8 @@ void ClickList::mouseReleaseEvent(QMouseEvent *event)
     if (!std::exchange(m_pressed, false))
         return;
     QListWidget::mouseReleaseEvent(event);
-    // Told at the release alone: the list has then finished with the choice, and what hears of it may
-    // ask the user or choose another item.
+    // Told at the release alone: the list has then finished with the choice, and what hears of it
+    // may ask the user or choose another item.
     if (OnClick && currentRow() >= 0)
         OnClick();
 }

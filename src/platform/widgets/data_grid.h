@@ -122,6 +122,8 @@ public:
     QWidget *Viewport() override;
     /// The column at a place, -1 out of range.
     int ColumnAt(int place) const;
+    /// Where a cell of the current row, or of the empty one, is in Viewport(); empty out of view.
+    QRect CurrentRowCell(int column) const;
 
 protected:
     void changeEvent(QEvent *event) override;

@@ -66,6 +66,8 @@ void DataGrid::FitColumns()
         if (width == 0) {
             width =
                 header->fontMetrics().horizontalAdvance(columns[column].caption) + captionPadding;
+            if (const QString &sample = columns[column].sample; !sample.isEmpty())
+                width = std::max(width, fontMetrics().horizontalAdvance(sample) + cellPadding);
             for (int row = 0; row < rows && !columns[column].hidden; ++row) {
                 const int text = fontMetrics().horizontalAdvance(m_model->Text(row, column));
                 width = std::max(width, std::min(text + cellPadding, widestColumn));
@@ -197,6 +199,14 @@ QStringList DataGrid::Captions() const
 QString DataGrid::CellText(int row, int place) const
 {
     return m_model->Text(row, ColumnAt(place));
+}
+
+QRect DataGrid::CurrentRowCell(int column) const
+{
+    const QModelIndex current = m_selection->currentIndex();
+    if (!current.isValid())
+        return {};
+    return m_right->visualRect(current.siblingAtColumn(column)) & m_right->viewport()->rect();
 }
 
 ShownGrid::Target DataGrid::CellTarget(int row, int place)

@@ -15,6 +15,7 @@ struct GridColumn
     int width = 0; ///< pixels; 0: wide enough for the caption and the first rows
     bool editable = false;
     bool hidden = false;
+    QString sample = {};  ///< with no width: the column is wide enough for this text, too
 };
 
 /// The rows behind a grid, which it asks for as they come into view. Whoever changes them calls

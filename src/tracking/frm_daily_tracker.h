@@ -1,0 +1,89 @@
+#pragma once
+
+/// The working screen of an account: a row for each security, the totals below, and the commands
+/// that act on the row selected.
+///
+/// While it is loaded it keeps open what postings and price cycles work on: the position rows
+/// (Program::AdodcStockHistory) and the purchase lots (Program::gRsLots). It fills in
+/// Program::UpdatePortfolioTotals and Program::ReloadDataGrid, by which they reach the screen.
+///
+/// The current row of the grid is that of Selection::CurrentSymbol, in whatever order the rows
+/// come. During a price cycle and a posting the selection stays put, and the cursor of the rows is
+/// theirs; otherwise it follows the grid.
+
+#include "program/command_target.h"
+#include "program/form.h"
+#include "tracking/frm_daily_tracker_grid.h"
+
+class DataGrid;
+class FlexGrid;
+class QLabel;
+
+class frmDailyTracker : public Form, public CommandTarget
+{
+public:
+    explicit frmDailyTracker(Program &program);
+
+    void Load() override;
+    /// Unless its entry in the View menu has lost its mark (a reload): writes the balances of
+    /// today, offers to take a clear or delete back, and makes final what is left of it.
+    void OnUnload() override;
+    bool RunCommand(const QString &name) override;
+
+    /// Values the rows, offers the ToDate reset when it is due, and shows rows and totals.
+    void ReloadDataGrid();
+    void UpdatePortfolioTotals();
+
+    /// Each asks first and leaves its transaction open for Undo Last.
+    void ClearRowEntry();
+    void DeleteRowEntry();
+
+    void SplitMode();
+    void ChgDataGridStockColor();
+    void ChgMSHFlexGridTotalsColor();
+
+    QSize sizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void BuildGrids();
+    void BuildTotals();
+    void ApplyColors();
+    void ShowDataGridColor();
+    void BuildGridQuery();
+    void OpenTransactionRecordsets();
+    void CloseTransactionRecordsets();
+    void SetHooks();
+    void ClearHooks();
+
+    bool RowsAreBusy() const;
+    void DataGridStock_RowColChange();
+    void DataGridStock_DblClick();
+    void NewSecurity();
+    void EditSecurity();
+    void DataGridStock_HeadClick(int column);
+    void DataGridStock_MouseUp();
+    /// Shows the rows anew; the current row stays that of the selection.
+    void RefreshRows();
+    void ShowSelection();
+
+    /// The row that CurrentSymbol names becomes the current one of the rows, once the user has said
+    /// Yes to `question`.
+    bool TakeConfirmedRow(const QString &question);
+    void UndoLast();
+    void WriteDailyBalances();
+
+    TrackerGridSource m_source;
+    DataGrid *m_dataGridStock = nullptr;
+    QLabel *m_lblGrandTotal = nullptr;
+    FlexGrid *m_flexGridTotals = nullptr;
+    bool m_isRefreshing = false; ///< moves of the grid's current row are not the user's
+
+    QString GridOrderBy;         ///< the clause that the rows are sorted by
+    bool SortDescending = false; ///< turned over by each click on a heading, whatever the column
+    bool FormLoading = false;
+    int ToolTipClicks = 0; ///< mouse-ups in the grid since Load
+};

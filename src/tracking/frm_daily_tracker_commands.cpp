@@ -1,0 +1,259 @@
+/// The commands of the Daily Tracker's popup: entry, clear, delete, undo, split mode, colours.
+
+#include "platform/widgets/colors.h"
+#include "platform/widgets/data_grid.h"
+#include "platform/widgets/flex_grid.h"
+#include "program/list_refresh.h"
+#include "program/security_screen.h"
+#include "tracking/frm_daily_tracker.h"
+#include "transactions/row_removal.h"
+#include "transactions/securities.h"
+#include "transactions/undo.h"
+
+#include <QLabel>
+
+bool frmDailyTracker::RunCommand(const QString &name)
+{
+    static const QHash<QString, void (frmDailyTracker::*)()> commands = {
+        {QStringLiteral("popDTNew"), &frmDailyTracker::NewSecurity},
+        {QStringLiteral("popDTEdit"), &frmDailyTracker::EditSecurity},
+        {QStringLiteral("popDTClear"), &frmDailyTracker::ClearRowEntry},
+        {QStringLiteral("popDTDeleteRow"), &frmDailyTracker::DeleteRowEntry},
+        {QStringLiteral("popDTUndoLast"), &frmDailyTracker::UndoLast},
+        {QStringLiteral("popDTTransactionUpdate"), &frmDailyTracker::DataGridStock_DblClick},
+        {QStringLiteral("popDTSplitMode"), &frmDailyTracker::SplitMode},
+        {QStringLiteral("popDTDailyGridColor"), &frmDailyTracker::ChgDataGridStockColor},
+        {QStringLiteral("popDTSummaryGridColor"), &frmDailyTracker::ChgMSHFlexGridTotalsColor},
+    };
+    const auto command = commands.constFind(name);
+    if (command == commands.constEnd())
+        return false;
+    (this->**command)();
+    return true;
+}
+
+void frmDailyTracker::DataGridStock_DblClick()
+{
+    const QString symbol = m_program.selection.CurrentSymbol;
+    if (symbol.isEmpty()) {
+        MsgBox(QStringLiteral("You must select a security to enter transactions. \n"
+                              "To enter new securities, right click the grid and then select\n"
+                              "'New' from the popup menu options."),
+               Box::Exclamation, CaptionEditor());
+        return;
+    }
+    Screens &screens = m_program.screens;
+    const QString entry = QStringLiteral("frmTransactionUpdate");
+    // The entry screen says at its load that the security has no type; that is to be filled in
+    // first. One that is open already turns to the other row, and does this itself.
+    if (!screens.Loaded(entry) && screens.Load(entry) &&
+        !GetSecurityType(m_program.databases.gConnApplControl, symbol)) {
+        screens.Unload(entry);
+        ShowEditSecurityScreen(m_program);
+        return;
+    }
+    screens.Show(entry);
+}
+
+void frmDailyTracker::NewSecurity()
+{
+    ShowNewSecurityScreen(m_program);
+}
+
+void frmDailyTracker::EditSecurity()
+{
+    ShowEditSecurityScreen(m_program);
+}
+
+// --- clear, delete, undo ------------------------------------------------------------------------
+
+bool frmDailyTracker::TakeConfirmedRow(const QString &question)
+{
+    const QString symbol = m_program.selection.CurrentSymbol;
+    if (symbol.isEmpty() || !m_program.AdodcStockHistory.Find(symbol)) {
+        MsgBox(QStringLiteral("No row has been selected, please make selection."), Box::Exclamation,
+               CaptionEditor());
+        return false;
+    }
+    if (MsgBox(question + symbol + QStringLiteral("\nIs this OK?"),
+               Box::YesNo + Box::Question + Box::SecondDefault, CaptionEditor()) == Answer::No)
+        return false;
+    return m_program.AdodcStockHistory.Find(symbol); // the cursor may have moved behind the box
+}
+
+void frmDailyTracker::ClearRowEntry()
+{
+    if (!TakeConfirmedRow(QStringLiteral("You are about to clear the content for symbol ")))
+        return;
+    const QString symbol = m_program.selection.CurrentSymbol;
+    PostingWork work = m_program.Posting();
+    ClearRow(work);
+    UpdatePortfolioTotals();
+    RefreshRows();
+    DataGridStock_RowColChange();
+    Status(QString());
+    MsgBox(QStringLiteral("REMINDER! Make sure to delete existing transaction history for ") +
+               symbol + QStringLiteral(" if you do not need that information."),
+           Box::Information, CaptionEditor());
+    EnableUndoCommands(m_program.services.commands, true);
+}
+
+void frmDailyTracker::DeleteRowEntry()
+{
+    if (!TakeConfirmedRow(QStringLiteral("You are about to delete the current row for symbol ")))
+        return;
+    PostingWork work = m_program.Posting();
+    DeleteRow(work);
+    if (work.rows.IsEmpty()) // no row is left that a command could act on
+        m_program.selection.CurrentSymbol = m_program.selection.CurrentName = QString();
+    ReloadDataGrid();
+    Status(QString());
+    EnableUndoCommands(m_program.services.commands, true);
+}
+
+void frmDailyTracker::UndoLast()
+{
+    PostingWork work = m_program.Posting();
+    if (UndoLastTransaction(work, [this] { ReloadDataGrid(); }))
+        RefreshListsAfterPosting(m_program);
+}
+
+// --- totals -------------------------------------------------------------------------------------
+
+namespace
+{
+
+struct TotalColumn
+{
+    const char *heading;
+    int width; ///< twips
+    QString (*text)(const Program &);
+};
+
+constexpr int HeaderWidth = 300;
+constexpr int RowHeight = 300;
+constexpr int BalanceColumn = 1;
+
+template <auto Total>
+QString Money(const Program &program)
+{
+    return program.services.formats.Format(program.totals.*Total, u"###,##0.00");
+}
+
+template <auto Total>
+QString Count(const Program &program)
+{
+    return program.services.formats.ToText(program.totals.*Total);
+}
+
+QString Balance(const Program &program)
+{
+    return program.services.formats.Format(program.account.AccountBalance, u"###,##0.00");
+}
+
+using Totals = PortfolioTotals;
+constexpr TotalColumn totalColumns[] = {
+    {"Current Balance*", 1800, Balance},
+    {"Gain Total", 1800, Money<&Totals::PriorBasisTotal>},
+    {"P&L Today", 1800, Money<&Totals::ProfitLossTodayTotal>},
+    {"P&L ToDate", 1900, Money<&Totals::ProfitLossToDateTotal>},
+    {"Actual P&L", 1900, Money<&Totals::ActualProfitLossTotal>},
+    {"TransCostToday", 1800, Money<&Totals::TransCostTodayTotal>},
+    {"TransCostToDate", 1800, Money<&Totals::TransCostToDateTotal>},
+    {"InvestedValue", 1600, Money<&Totals::InvestedValueTotal>},
+    {"InvestedToDate", 1900, Money<&Totals::InvestedToDateTotal>},
+    {"#TransToday", 1900, Count<&Totals::TransactionsToday>},
+    {"#TransToDate", 1900, Count<&Totals::TransactionsToDate>},
+};
+
+} // namespace
+
+void frmDailyTracker::BuildTotals()
+{
+    m_flexGridTotals->SetSize(2, int(std::size(totalColumns)) + 1);
+    m_flexGridTotals->SetFont(QStringLiteral("Arial"), 10);
+    m_flexGridTotals->SetRowHeight(RowHeight);
+    m_flexGridTotals->SetColumnWidth(0, HeaderWidth);
+    int column = 0;
+    for (const TotalColumn &total : totalColumns) {
+        ++column;
+        m_flexGridTotals->SetText(0, column, QString::fromUtf8(total.heading));
+        m_flexGridTotals->SetColumnWidth(column, total.width);
+        m_flexGridTotals->SetColumnAlignment(column, Qt::AlignRight);
+    }
+    m_flexGridTotals->setFixedHeight(m_flexGridTotals->FullHeight());
+}
+
+void frmDailyTracker::UpdatePortfolioTotals()
+{
+    int column = 0;
+    for (const TotalColumn &total : totalColumns)
+        m_flexGridTotals->SetText(1, ++column, total.text(m_program));
+    m_flexGridTotals->SetCellBackColor(1, BalanceColumn,
+                                       ColorOfValue(m_program.settings.DTBalanceColColor));
+}
+
+// --- look ---------------------------------------------------------------------------------------
+
+void frmDailyTracker::SplitMode()
+{
+    CommandStates &commands = m_program.services.commands;
+    const QString entry = QStringLiteral("popDTSplitMode");
+    if (m_dataGridStock->IsSplit())
+        m_dataGridStock->LeaveSplit();
+    else
+        m_dataGridStock->EnterSplit();
+    commands.SetCaption(entry, m_dataGridStock->IsSplit() ? QStringLiteral("Undo Split")
+                                                          : QStringLiteral("Split Mode"));
+}
+
+void frmDailyTracker::ApplyColors()
+{
+    Settings &settings = m_program.settings;
+    if (settings.DTDataGridColor == 0)
+        settings.DTDataGridColor = ValueOfColor(m_dataGridStock->BackColor());
+    else
+        m_dataGridStock->SetBackColor(ColorOfValue(settings.DTDataGridColor));
+    if (settings.DTTotalGridColor == 0)
+        settings.DTTotalGridColor = ValueOfColor(m_flexGridTotals->BackColor());
+    else
+        m_flexGridTotals->SetBackColor(ColorOfValue(settings.DTTotalGridColor));
+    ShowDataGridColor();
+}
+
+void frmDailyTracker::ShowDataGridColor()
+{
+    // The label takes the grid's colour, so that the summary reads as a part of it.
+    m_lblGrandTotal->setPalette(PaletteOn(QColor(m_dataGridStock->BackColor()), palette()));
+    m_lblGrandTotal->setBackgroundRole(QPalette::Base);
+    m_lblGrandTotal->setForegroundRole(QPalette::Text);
+}
+
+void frmDailyTracker::ChgDataGridStockColor()
+{
+    const std::optional<Rgb> color =
+        m_program.services.dialogs.PickColor(m_dataGridStock->BackColor() & RGB_MASK);
+    if (!color)
+        return;
+    m_dataGridStock->SetBackColor(*color | ~RGB_MASK);
+    m_program.settings.DTDataGridColor = ValueOfColor(*color);
+    ShowDataGridColor();
+}
+
+void frmDailyTracker::ChgMSHFlexGridTotalsColor()
+{
+    Settings &settings = m_program.settings;
+    const std::optional<Rgb> color =
+        m_program.services.dialogs.PickColor(m_flexGridTotals->BackColor() & RGB_MASK);
+    if (!color)
+        return;
+    Status(QStringLiteral("Select column to apply the selected color..."));
+    if (MsgBox(QStringLiteral("Apply selected color to balance column?"), Box::YesNo,
+               QStringLiteral("Color Selection option")) == Answer::Yes) {
+        settings.DTBalanceColColor = ValueOfColor(*color);
+        m_flexGridTotals->SetCellBackColor(1, BalanceColumn, *color | ~RGB_MASK);
+    } else {
+        m_flexGridTotals->SetBackColor(*color | ~RGB_MASK);
+        settings.DTTotalGridColor = ValueOfColor(*color);
+    }
+}

@@ -1,0 +1,220 @@
+#include "transactions/frm_security_update.h"
+
+#include "platform/command_groups.h"
+#include "platform/widgets/data_grid.h"
+#include "platform/widgets/field_edit.h"
+#include "program/list_refresh.h"
+#include "transactions/undo.h"
+
+#include <QComboBox>
+#include <QFocusEvent>
+#include <QTabWidget>
+
+namespace
+{
+
+constexpr int SecurityTab = 0;
+constexpr int ClassesTab = 1;
+
+} // namespace
+
+frmSecurityUpdate::frmSecurityUpdate(Program &program)
+    : Form(program, QStringLiteral("frmSecurityUpdate"), QString(), Placement::Dialog),
+      m_source(m_classes, program.services.formats)
+{
+    BuildControls();
+    ConnectControls();
+}
+
+// --- coming and going -----------------------------------------------------------------------------
+
+void frmSecurityUpdate::Load()
+{
+    m_isEdit = m_program.services.commands.Checked(QStringLiteral("popDTEdit"));
+    setWindowTitle(m_isEdit ? QStringLiteral("Security Edit")
+                            : QStringLiteral("New Security Update"));
+    combSymbolList->setEnabled(m_isEdit);
+    m_priceCyclePause.Suspend(m_program);
+    OpenTracker();
+    PostingWork posting = m_program.Posting();
+    CommitUndoTransaction(posting);
+    EnableUndoCommands(m_program.services.commands, false);
+
+    m_selection = m_program.selection;
+    LoadSymbolList();
+    LoadClassNames();
+    if (m_isEdit)
+        EditSecurityOf(m_selection.CurrentSymbol, m_selection.CurrentName);
+    else
+        ClearFields();
+}
+
+/// The position rows are the Daily Tracker's; one that the user has closed is opened again.
+void frmSecurityUpdate::OpenTracker()
+{
+    if (m_program.AdodcStockHistory.IsOpen())
+        return;
+    const Selection selected = m_program.selection;
+    m_program.screens.Show(QStringLiteral("frmDailyTracker"));
+    m_program.selection = selected;
+}
+
+void frmSecurityUpdate::showEvent(QShowEvent *event)
+{
+    Form::showEvent(event);
+    txtSymbol->setFocus();
+}
+
+bool frmSecurityUpdate::QueryUnload()
+{
+    return !EntryError ||
+           MsgBox(QStringLiteral("You have not corrected all your errors!\n\n"
+                                 "You really want to exit?"),
+                  Box::YesNo + Box::Question + Box::SecondDefault, EditorTitle()) == Answer::Yes;
+}
+
+void frmSecurityUpdate::OnUnload()
+{
+    m_unloading = true;
+    DataGridAssetClass->CancelRow();
+    FinishRename();
+    // A symbol that was only typed has no position row: nothing could act on it.
+    if (!IsInPortfolio(m_program.AdodcStockHistory, m_program.selection.CurrentSymbol, QString()))
+        m_program.selection = m_selection;
+    UncheckPopMenuOptions(m_program.services.commands);
+    m_priceCyclePause.Resume(m_program);
+}
+
+bool frmSecurityUpdate::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool done = Form::eventFilter(watched, event);
+    if (watched == combSymbolList && event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            Guarded([this] { combSymbolList_LostFocus(); });
+    }
+    return done;
+}
+
+// --- fields ---------------------------------------------------------------------------------------
+
+SecurityWork frmSecurityUpdate::Work()
+{
+    return {m_program.AdodcStockHistory, m_program.gRsLots, m_program.databases.gConnAccount,
+            m_program.databases.gConnApplControl, m_program.services.clock};
+}
+
+SecurityFields frmSecurityUpdate::ReadFields() const
+{
+    SecurityFields fields{txtSymbol->text(), txtName->text().trimmed(),
+                          combSecurityType->currentText()};
+    if (fields.Symbol != m_symbol)
+        fields.Symbol = fields.Symbol.trimmed();
+    if (m_isEdit && m_symbol.isEmpty())
+        fields.Symbol.clear(); // nothing was chosen to be edited
+    return fields;
+}
+
+void frmSecurityUpdate::ShowFields(const SecurityFields &fields)
+{
+    txtSymbol->setText(fields.Symbol);
+    txtName->setText(fields.Name);
+    txtName->setCursorPosition(0);
+    combSecurityType->setCurrentIndex(combSecurityType->findText(fields.SecurityType));
+}
+
+void frmSecurityUpdate::ClearFields()
+{
+    m_symbol.clear();
+    m_trackerSymbol.clear();
+    m_detail = {};
+    ShowFields({});
+    combSymbolList->setCurrentIndex(-1);
+    m_classes.Open(m_program.databases.gConnApplControl, QString());
+    ShowClasses();
+}
+
+void frmSecurityUpdate::LoadSymbolList()
+{
+    combSymbolList->clear();
+    combSymbolList->addItems(SecurityList(m_program.databases.gConnApplControl));
+    combSymbolList->setCurrentIndex(-1);
+}
+
+void frmSecurityUpdate::EditSecurityOf(const QString &symbol, const QString &name)
+{
+    m_program.selection.CurrentSymbol = symbol;
+    m_program.selection.CurrentName = name;
+    m_symbol = m_trackerSymbol = symbol;
+    if (m_program.AdodcStockHistory.Find(symbol))
+        m_selection = m_program.selection;
+    ShowFields({symbol, name, QString()});
+    LoadSecurityRow();
+}
+
+void frmSecurityUpdate::LoadSecurityRow()
+{
+    Connection &gConnApplControl = m_program.databases.gConnApplControl;
+    const QString symbol = m_program.selection.CurrentSymbol;
+    const std::optional<SecurityFields> row = LoadSecurityDetail(gConnApplControl, symbol);
+    const SecurityFields before = std::exchange(m_detail, row.value_or(SecurityFields()));
+    if (m_isEdit) {
+        combSecurityType->setCurrentIndex(combSecurityType->findText(m_detail.SecurityType));
+    } else if (row) {
+        ShowFields(*row);
+    } else if (!before.Symbol.isEmpty() && txtName->text() == before.Name) {
+        ShowFields({symbol, {}, {}}); // what was shown belongs to another security
+    }
+
+    // Classes that were entered before the symbol of a new security stay with it.
+    SecurityClasses stored;
+    stored.Open(gConnApplControl, symbol);
+    if (!m_isEdit && stored.RecordCount() == 0 && m_classes.AllNew())
+        m_classes.SetSymbol(symbol);
+    else
+        m_classes = stored;
+    ShowClasses();
+}
+
+void frmSecurityUpdate::FinishRename()
+{
+    if (!m_isEdit || m_trackerSymbol.isEmpty() || m_symbol != m_program.selection.CurrentSymbol)
+        return;
+    TrackerRecordset &rows = m_program.AdodcStockHistory;
+    const QString name = m_program.selection.CurrentName;
+    if (!rows.Find(m_trackerSymbol) ||
+        (m_trackerSymbol == m_symbol && rows.Current().Name == name))
+        return;
+    UpdateDailyTrackerRow(rows, m_trackerSymbol, m_symbol, name);
+    m_trackerSymbol = m_symbol;
+    m_selection = m_program.selection;
+    RefreshOpenLists(m_program);
+}
+
+bool frmSecurityUpdate::IsKnown(const QString &symbol) const
+{
+    return LoadSecurityDetail(m_program.databases.gConnApplControl, symbol) ||
+           m_program.AdodcStockHistory.Find(symbol);
+}
+
+// --- leaving a field ------------------------------------------------------------------------------
+
+void frmSecurityUpdate::txtSymbol_LostFocus()
+{
+    const QString &current = m_program.selection.CurrentSymbol;
+    if (m_unloading || txtSymbol->text() == m_symbol)
+        return;
+    const QString symbol = txtSymbol->text().trimmed();
+    txtSymbol->setText(symbol);
+    if (symbol.isEmpty() || symbol == m_symbol)
+        return;
+    if (!m_isEdit) {
+        m_program.selection.CurrentSymbol = m_symbol = symbol;
+        LoadSecurityRow();
+    } else if (!m_symbol.isEmpty()) {
+        RenameTo(symbol);
+    } else if (symbol == current || IsKnown(symbol)) {
+        combSymbolList->setCurrentIndex(-1);
+        FinishRename();
+    }
+}

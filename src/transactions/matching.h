@@ -1,0 +1,104 @@
+#pragma once
+
+/// Which purchases a sale closed, and what they cost: from the History ledger alone, oldest purchase
+/// first, independently of the open lots. Tax reports ask for figures only; purge and deletes keep
+/// what the matching used up.
+///
+///     Bought 100 @ 10, cost -5; Sold 100 @ 12, Amount 1,195
+///         ProceedsSide 1,195, CostSide -1,005, gain 190; the purchase is left with 0 shares, cost 0
+///
+/// Purchases ("Bought...", "...Sale...") open a position, sales ("Sold...", "...Cover...") close one.
+/// Reinvested shares are on neither side. A purchase's commission counts once and in whole, with the
+/// first sale that touches it. Whether a purchase is later than the sale is not looked at; shares
+/// beyond all purchases stay unmatched.
+///
+/// The rows are copies, in the order of Symbol, TransDate, Time and ID; the file changes with
+/// WriteBack alone. Cost is linear in the rows: a used-up purchase is never visited again.
+
+#include "base/currency.h"
+#include "base/dates.h"
+#include "base/single.h"
+#include "store/connection.h"
+
+#include <QDate>
+#include <QString>
+
+#include <vector>
+
+/// Reset by the caller between the sales, or not, as its figures ask for.
+struct MatchResult
+{
+    QDate DateAcquired = NoDate(); ///< of the first purchase touched; NoDate: none yet
+    Currency SalePrice;
+    Single SoldShares; ///< summed; negative for covers
+    QDate DateSold;
+    Currency ProceedsSide; ///< money received, with its costs
+    Currency CostSide;     ///< money paid, with its costs; negative
+
+    Currency Gain() const { return ProceedsSide + CostSide; }
+};
+
+struct MatchPurchase
+{
+    qint64 ID = 0;
+    Single Shares; ///< what is not matched yet; negative for a short sale
+    Currency TransactionCost;
+    Currency Price;
+    QDate TransDate;
+    QTime Time;
+    bool changed = false;
+};
+
+struct MatchSale
+{
+    qint64 ID = 0;
+    int symbol = 0; ///< index into Symbols()
+    bool isShort = false;
+    bool deleted = false;
+    Single Shares; ///< as stored; with its sign turned once matched, and lowered by the match
+    Currency Price;
+    Currency Amount;
+    QDate TransDate;
+    QTime Time;
+};
+
+class GainMatching
+{
+public:
+    /// Copies both sides from History.
+    void OpenMatchingRecordsets(const Connection &gConnAccount);
+
+    int SaleCount() const { return int(m_sales.size()); }
+    const MatchSale &Sale(int sale) const { return m_sales[size_t(sale)]; }
+    const QString &SymbolOf(const MatchSale &sale) const { return m_symbols[size_t(sale.symbol)]; }
+    /// The name that the sale's row bears; read from the file when asked for.
+    QString NameOf(const MatchSale &sale) const;
+    const std::vector<MatchPurchase> &PurchasesOf(const QString &symbol) const;
+
+    /// Matches a sale to its purchases and adds it to `result`. After an error neither has changed
+    /// in the file.
+    void MatchCurrentSale(int sale, MatchResult &result);
+    /// The sale's row goes with the next WriteBack.
+    void DeleteSale(int sale) { m_sales[size_t(sale)].deleted = true; }
+
+    /// Writes Shares and TransactionCost of the purchases touched and deletes the sales marked, in
+    /// one transaction. A sale that was matched and not deleted keeps its row as it is stored.
+    void WriteBack(Connection &gConnAccount);
+
+private:
+    struct SymbolPurchases
+    {
+        std::vector<MatchPurchase> rows;
+        size_t firstOpen = 0; ///< all before it are used up
+    };
+    template <class Side>
+    void MatchToPurchases(MatchSale &sale, SymbolPurchases &purchases, QDate &dateAcquired,
+                          Currency &moneySide);
+    void MatchSalesToPurchases(MatchSale &sale, MatchResult &result);
+    void MatchSalesToPurchasesShort(MatchSale &sale, MatchResult &result);
+
+    const Connection *m_connection = nullptr;
+    std::vector<QString> m_symbols; ///< sorted
+    std::vector<SymbolPurchases> m_purchases;
+    std::vector<MatchSale> m_sales;
+};
