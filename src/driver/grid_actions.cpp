@@ -37,6 +37,7 @@ void Click(const ShownGrid::Target &target, Qt::MouseButton button = Qt::LeftBut
 ShownGrid::Target FindRow(ShownGrid &grid, const QString &caption, const QString &value)
 {
     const int place = Place(grid, caption);
+    WidgetActions::RequireUsable(grid.Viewport());
     for (int row = 0; row < grid.RowCount(); ++row)
         if (grid.CellText(row, place) == value)
             return grid.CellTarget(row, place);
@@ -49,6 +50,7 @@ void TypeInCell(DataGrid &grid, int row, const QString &caption, const QString &
     const int place = Place(grid, caption);
     if (!grid.Columns()[grid.ColumnAt(place)].editable)
         throw Failed(QStringLiteral("the column \"%1\" cannot be edited").arg(caption));
+    WidgetActions::RequireUsable(&grid);
     Click(grid.CellTarget(row, place));
     WidgetActions::PressKey(QStringLiteral("F2"));
     auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());

@@ -145,8 +145,27 @@ QString NameOf(const QWidget *control)
     return form->objectName() + QLatin1Char('.') + control->objectName();
 }
 
+namespace
+{
+
+/// A control on another tab of its form: a person turns to that tab first.
+void TurnToTabOf(QWidget *control)
+{
+    for (QWidget *page = control; page && !page->isWindow(); page = page->parentWidget()) {
+        auto *stack = page->parentWidget();
+        auto *tabs = stack ? qobject_cast<QTabWidget *>(stack->parentWidget()) : nullptr;
+        const int tab = tabs ? tabs->indexOf(page) : -1;
+        if (tab >= 0 && tab != tabs->currentIndex() && tabs->isVisible() && tabs->isTabEnabled(tab))
+            ClickAt(tabs->tabBar(), tabs->tabBar()->tabRect(tab));
+    }
+}
+
+} // namespace
+
 void RequireUsable(QWidget *control)
 {
+    if (!control->isVisible())
+        TurnToTabOf(control);
     const QWidget *modal = QApplication::activeModalWidget();
     if (modal && !IsWithin(control, modal) && !IsWithin(control->window(), modal))
         throw Failed(QStringLiteral("%1 is behind the modal form %2")

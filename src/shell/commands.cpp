@@ -2,6 +2,7 @@
 
 #include "platform/command_groups.h"
 #include "program/command_target.h"
+#include "program/rebuild_wizard.h"
 #include "shell/account_files.h"
 #include "shell/command_table.h"
 #include "shell/screen_host.h"
@@ -58,6 +59,7 @@ void Commands::FillOwn()
     own("mnuHelpTopics", [this] { m_host.ShowHelp(QStringLiteral("AboutQuillon.htm")); });
     own("Connect", [this] { Connect_Click(); });
     own("UndoLast", [this] { UndoLast_Click(); });
+    own("Wizard", [this] { StartRebuildFromHistory(m_program); });
     own("SplitScreen", [this] { SplitScreen_Click(); });
 }
 

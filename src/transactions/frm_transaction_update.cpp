@@ -160,6 +160,15 @@ void frmTransactionUpdate::DisEnaCommandButtons()
         button->setEnabled(!button->isEnabled());
 }
 
+void frmTransactionUpdate::ShowReplayed(const TransactionEntry &entry)
+{
+    txtSymbol->setText(entry.Symbol);
+    txtName->setText(entry.Name);
+    SelectAction(*entry.action);
+    dtpTransDate->setDate(entry.TransDate);
+    ShowEntry(entry);
+}
+
 // --- the entry ----------------------------------------------------------------------------------
 
 Action frmTransactionUpdate::CurrentAction() const

@@ -6,6 +6,7 @@
 /// The price cycle stands still while it is open.
 
 #include "program/form.h"
+#include "program/rebuild_wizard.h"
 #include "program/price_cycle_pause.h"
 
 #include "transactions/posting.h"
@@ -15,7 +16,7 @@ class DateField;
 class FieldEdit;
 class QLabel;
 
-class frmTransactionUpdate : public Form, private EntryFiller
+class frmTransactionUpdate : public Form, public RebuildScreen, private EntryFiller
 {
 public:
     explicit frmTransactionUpdate(Program &program);
@@ -26,9 +27,10 @@ public:
     void OnUnload() override;
 
     /// Blanks what is typed; symbol, name, action and date stay.
-    void ClearObjects();
+    void ClearObjects() override;
     /// Turns OK, Close and Wizard each to the opposite, before and after a rebuild.
-    void DisEnaCommandButtons();
+    void DisEnaCommandButtons() override;
+    void ShowReplayed(const TransactionEntry &entry) override;
 
 protected:
     bool event(QEvent *event) override;

@@ -159,7 +159,7 @@ void frmTransactionUpdate::ConnectControls()
     OnClick(cmdHelp,
             [this] { m_program.screens.ShowHelp(QStringLiteral("DTTransactionUpdate.html")); });
     OnClick(cmdUndoLast, [this] { cmdUndoLast_Click(); });
-    OnClick(cmdWizard, [this] { Status(QStringLiteral("Wizard is not built yet")); });
+    OnClick(cmdWizard, [this] { StartRebuildFromHistory(m_program); });
 }
 
 void frmTransactionUpdate::ShowFields()

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 #include <tuple>
 
 /// A symbol that is touched inside a transaction first leaves a copy of its lots in m_stored. That
@@ -209,10 +210,21 @@ void PurchaseLots::WriteChanges()
         return *m_connection;
     };
     for (auto stored = m_stored.constBegin(); stored != m_stored.constEnd(); ++stored) {
+        // Sales take from the front and purchases add at the end: mostly all in between is the same.
+        std::span<const Lot> before(stored.value());
+        std::span<Lot> now(m_lots[stored.key()]);
+        while (!before.empty() && !now.empty() && before.front() == now.front()) {
+            before = before.subspan(1);
+            now = now.subspan(1);
+        }
+        while (!before.empty() && !now.empty() && before.back() == now.back()) {
+            before = before.first(before.size() - 1);
+            now = now.first(now.size() - 1);
+        }
         QHash<qint64, const Lot *> gone;
-        for (const Lot &lot : stored.value())
+        for (const Lot &lot : before)
             gone.insert(lot.ID, &lot);
-        for (Lot &lot : m_lots[stored.key()]) {
+        for (Lot &lot : now) {
             if (lot.ID == 0) {
                 connection().Execute(
                     QStringLiteral("INSERT INTO PriceHistory (Symbol, Shares, PurchasePrice, "

@@ -1,0 +1,121 @@
+/// From the start of the process to a window that can be used, beside a bare window with a grid of 500
+/// rows. The splash is taken out: the program runs on a clock whose waits take no time. Each start is
+/// a process of its own; the median of several is printed.
+///
+///     bench_startup              (with the application folder beside the build)
+
+#include "bench_account.h"
+#include "shell/application.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QProcess>
+#include <QStandardItemModel>
+#include <QTableView>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+
+namespace
+{
+
+/// The first thing a user can do is when the events behind the first painting are handled.
+void SettleAndLeave()
+{
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    std::fflush(stdout);
+    std::_Exit(0);
+}
+
+int BareWindow(QApplication &)
+{
+    QStandardItemModel model(500, 19);
+    for (int row = 0; row < 500; ++row)
+        for (int column = 0; column < 19; ++column)
+            model.setItem(row, column, new QStandardItem(QString::number(row * column)));
+    QTableView view;
+    view.setModel(&model);
+    view.resize(1280, 800);
+    view.show();
+    SettleAndLeave();
+    return 0;
+}
+
+int WholeProgram(QApplication &, const QString &appFolder)
+{
+    SimulatedClock clock{QDateTime::currentDateTime()};
+    AgreeingDialogs dialogs;
+    ThrowingLifetime lifetime;
+    Application application(clock, dialogs, lifetime, appFolder + QStringLiteral("/settings.ini"),
+                            appFolder, QLocale(QLocale::English, QLocale::UnitedStates));
+    application.Launch();
+    SettleAndLeave();
+    return 0;
+}
+
+/// A copy of the application folder; with `positions` above zero the sample account has that many.
+void MakeFolder(const QString &from, const QString &to, int positions)
+{
+    QDir().mkpath(to);
+    for (const QFileInfo &file : QDir(from).entryInfoList(QDir::Files))
+        QFile::copy(file.filePath(), to + QLatin1Char('/') + file.fileName());
+    QDir().mkpath(to + QStringLiteral("/icons"));
+    for (const QFileInfo &file : QDir(from + QStringLiteral("/icons")).entryInfoList(QDir::Files))
+        QFile::copy(file.filePath(), to + QStringLiteral("/icons/") + file.fileName());
+    Connection account;
+    account.Open(to + QStringLiteral("/Sample Portfolio.mdb"));
+    WriteGuard guard(account);
+    for (int i = 0; i < positions; ++i) {
+        account.Execute(QStringLiteral("INSERT INTO DailyTracker (Symbol, Name, Shares, CurrPrice, "
+                                       "AvrgPrice, TransDate, Time) VALUES (?, 'Name', 10, 210000, "
+                                       "200000, '2026-02-27', '10:00:00.000')"),
+                        BenchAccount::Symbol(i));
+        account.Execute(QStringLiteral("INSERT INTO PriceHistory (Symbol, Shares, PurchasePrice, "
+                                       "TransDate, Time) VALUES (?, 10, 200000, '2026-02-27', "
+                                       "'10:00:00.000')"),
+                        BenchAccount::Symbol(i));
+    }
+    guard.Commit();
+}
+
+double MedianSeconds(const QStringList &arguments)
+{
+    std::vector<double> times;
+    for (int run = 0; run < 11; ++run) {
+        const auto start = std::chrono::steady_clock::now();
+        QProcess::execute(QCoreApplication::applicationFilePath(), arguments);
+        times.push_back(
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == QLatin1String("bare"))
+        return BareWindow(application);
+    if (arguments.value(1) == QLatin1String("program"))
+        return WholeProgram(application, arguments.value(2));
+
+    const QString delivered =
+        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../delivered"));
+    QTemporaryDir folder;
+    MakeFolder(delivered, folder.filePath(QStringLiteral("sample")), 0);
+    MakeFolder(delivered, folder.filePath(QStringLiteral("large")), 500);
+    const double bare = MedianSeconds({QStringLiteral("bare")});
+    const double sample =
+        MedianSeconds({QStringLiteral("program"), folder.filePath(QStringLiteral("sample"))});
+    const double large =
+        MedianSeconds({QStringLiteral("program"), folder.filePath(QStringLiteral("large"))});
+    std::printf("bare window, 500 rows       %6.3f s\n", bare);
+    std::printf("Quillon, sample portfolio   %6.3f s  %5.2f times\n", sample, sample / bare);
+    std::printf("Quillon, 515 positions      %6.3f s  %5.2f times\n", large, large / bare);
+    return 0;
+}
