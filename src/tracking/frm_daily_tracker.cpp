@@ -173,7 +173,8 @@ void frmDailyTracker::OnUnload()
         return;
     if (m_program.priceUpdate.PriceUpdateActive)
         m_program.screens.Unload(QStringLiteral("frmInternetTran"));
-    WriteDailyBalances();
+    if (!m_program.entry.RebuildRunning) // whose own transaction writes them
+        WriteDailyBalances();
 
     const auto close = qScopeGuard([this] { CloseTransactionRecordsets(); });
     if (m_program.undo.RowTransactionOpen && !m_dataGridStock->IsSplit()) {

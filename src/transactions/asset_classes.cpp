@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-// --- rows -----------------------------------------------------------------------------------------
+// --- rows ---------------------------------------------------------------------------------------
 
 void SecurityClasses::Open(Connection &gConnApplControl, const QString &symbol)
 {
@@ -81,7 +81,7 @@ void SecurityClasses::UpdateBatch()
     }
 }
 
-// --- allocation -----------------------------------------------------------------------------------
+// --- allocation ---------------------------------------------------------------------------------
 
 void SecurityClasses::SumAllocation()
 {
@@ -115,11 +115,11 @@ void SecurityClasses::AllocateEvenly()
 bool SecurityClasses::AllocationIsWhole() const
 {
     // The bounds as Singles, so that 0.5 and 0.49 reach the lower one.
-    return PercentTotal.IsZero() || (PercentTotal >= Single::FromDouble(0.99) &&
-                                     PercentTotal <= Single::FromDouble(1.01));
+    return PercentTotal.IsZero() ||
+           (PercentTotal >= Single::FromDouble(0.99) && PercentTotal <= Single::FromDouble(1.01));
 }
 
-// --- the list of names ----------------------------------------------------------------------------
+// --- the list of names --------------------------------------------------------------------------
 
 QStringList AssetClassNames(Connection &gConnApplControl)
 {

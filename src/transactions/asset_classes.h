@@ -6,7 +6,8 @@
 ///     Large Cap   0.5            PercentTotal 1
 ///     Energy      0.5            one class left at 0 alone becomes 1: the whole of it
 ///
-/// A share is a fraction, 1 for 100 percent. A total from 0.99 to 1.01 will do, as does none at all.
+/// A share is a fraction, 1 for 100 percent. A total from 0.99 to 1.01 will do, as does none at
+/// all.
 
 #include "base/formats.h"
 #include "store/connection.h"

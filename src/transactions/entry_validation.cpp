@@ -115,12 +115,12 @@ std::optional<QString> ValidatePriceText(const QString &text, const Formats &for
     if (text.isEmpty())
         return text;
     try {
-        const Single narrowed = Single::FromDouble(ParseFractionPrice(text, formats).ToDouble());
-        if (narrowed.IsNegative())
+        const Currency price = ParseFractionPrice(text, formats);
+        if (price < Currency())
             return std::nullopt;
-        if (narrowed.IsZero())
+        if (price.IsZero())
             return QString();
-        return formats.Format(narrowed.ToDouble(), u"###,##0.00000");
+        return formats.Format(price, u"###,##0.00000");
     } catch (const RuntimeError &) {
         return std::nullopt;
     }

@@ -19,8 +19,8 @@ bool ValidateActionForType(PostingWork &work, Action action);
 /// split with empty fields. True, with a message, when the type cannot take the action.
 bool RefreshEntryFields(PostingWork &work, TransactionEntry &entry);
 
-/// A price as typed - "12 3/8", "1,234.56" - passed through a 32-bit float, in the format of the
-/// field; the empty text for zero. Nothing for a text that is no price.
+/// A price as typed - "12 3/8", "260.55" - in the format of the field: "12.37500", "260.55000"; the
+/// empty text for zero. Nothing for a text that is no price.
 std::optional<QString> ValidatePriceText(const QString &text, const Formats &formats);
 
 bool ValidateEntry(PostingWork &work, TransactionEntry &entry, EntryFiller &filler);

@@ -10,6 +10,8 @@
 #include <QFocusEvent>
 #include <QTabWidget>
 
+#include <utility>
+
 namespace
 {
 
@@ -20,13 +22,13 @@ constexpr int ClassesTab = 1;
 
 frmSecurityUpdate::frmSecurityUpdate(Program &program)
     : Form(program, QStringLiteral("frmSecurityUpdate"), QString(), Placement::Dialog),
-      m_source(m_classes, program.services.formats)
+      m_source(AdodcSecurityAssetClass, program.services.formats)
 {
     BuildControls();
     ConnectControls();
 }
 
-// --- coming and going -----------------------------------------------------------------------------
+// --- coming and going ---------------------------------------------------------------------------
 
 void frmSecurityUpdate::Load()
 {
@@ -78,9 +80,11 @@ void frmSecurityUpdate::OnUnload()
     m_unloading = true;
     DataGridAssetClass->CancelRow();
     FinishRename();
-    // A symbol that was only typed has no position row: nothing could act on it.
-    if (!IsInPortfolio(m_program.AdodcStockHistory, m_program.selection.CurrentSymbol, QString()))
-        m_program.selection = m_selection;
+    // What was only typed selects nothing; the grid goes to the row that was worked on last.
+    m_program.selection = m_selection;
+    m_program.AdodcStockHistory.Find(m_selection.CurrentSymbol);
+    if (m_program.UpdatePortfolioTotals)
+        m_program.UpdatePortfolioTotals();
     UncheckPopMenuOptions(m_program.services.commands);
     m_priceCyclePause.Resume(m_program);
 }
@@ -96,7 +100,7 @@ bool frmSecurityUpdate::eventFilter(QObject *watched, QEvent *event)
     return done;
 }
 
-// --- fields ---------------------------------------------------------------------------------------
+// --- fields -------------------------------------------------------------------------------------
 
 SecurityWork frmSecurityUpdate::Work()
 {
@@ -130,7 +134,7 @@ void frmSecurityUpdate::ClearFields()
     m_detail = {};
     ShowFields({});
     combSymbolList->setCurrentIndex(-1);
-    m_classes.Open(m_program.databases.gConnApplControl, QString());
+    AdodcSecurityAssetClass.Open(m_program.databases.gConnApplControl, QString());
     ShowClasses();
 }
 
@@ -169,10 +173,10 @@ void frmSecurityUpdate::LoadSecurityRow()
     // Classes that were entered before the symbol of a new security stay with it.
     SecurityClasses stored;
     stored.Open(gConnApplControl, symbol);
-    if (!m_isEdit && stored.RecordCount() == 0 && m_classes.AllNew())
-        m_classes.SetSymbol(symbol);
+    if (!m_isEdit && stored.RecordCount() == 0 && AdodcSecurityAssetClass.AllNew())
+        AdodcSecurityAssetClass.SetSymbol(symbol);
     else
-        m_classes = stored;
+        AdodcSecurityAssetClass = stored;
     ShowClasses();
 }
 
@@ -182,8 +186,7 @@ void frmSecurityUpdate::FinishRename()
         return;
     TrackerRecordset &rows = m_program.AdodcStockHistory;
     const QString name = m_program.selection.CurrentName;
-    if (!rows.Find(m_trackerSymbol) ||
-        (m_trackerSymbol == m_symbol && rows.Current().Name == name))
+    if (!rows.Find(m_trackerSymbol) || (m_trackerSymbol == m_symbol && rows.Current().Name == name))
         return;
     UpdateDailyTrackerRow(rows, m_trackerSymbol, m_symbol, name);
     m_trackerSymbol = m_symbol;
@@ -191,17 +194,24 @@ void frmSecurityUpdate::FinishRename()
     RefreshOpenLists(m_program);
 }
 
-bool frmSecurityUpdate::IsKnown(const QString &symbol) const
+/// Goes over to another security, of the list or typed in; one that nobody knows is left alone.
+void frmSecurityUpdate::EditKnownSecurity(const QString &symbol)
 {
-    return LoadSecurityDetail(m_program.databases.gConnApplControl, symbol) ||
-           m_program.AdodcStockHistory.Find(symbol);
+    const std::optional<SecurityFields> row =
+        LoadSecurityDetail(m_program.databases.gConnApplControl, symbol);
+    TrackerRecordset &rows = m_program.AdodcStockHistory;
+    const bool isHeld = rows.Find(symbol);
+    if (!row && !isHeld)
+        return;
+    const QString name = isHeld ? rows.Current().Name : row->Name;
+    FinishRename();
+    EditSecurityOf(symbol, name);
 }
 
-// --- leaving a field ------------------------------------------------------------------------------
+// --- leaving a field ----------------------------------------------------------------------------
 
 void frmSecurityUpdate::txtSymbol_LostFocus()
 {
-    const QString &current = m_program.selection.CurrentSymbol;
     if (m_unloading || txtSymbol->text() == m_symbol)
         return;
     const QString symbol = txtSymbol->text().trimmed();
@@ -211,10 +221,128 @@ void frmSecurityUpdate::txtSymbol_LostFocus()
     if (!m_isEdit) {
         m_program.selection.CurrentSymbol = m_symbol = symbol;
         LoadSecurityRow();
-    } else if (!m_symbol.isEmpty()) {
+    } else if (m_symbol.isEmpty()) {
+        EditKnownSecurity(symbol);
+    } else {
         RenameTo(symbol);
-    } else if (symbol == current || IsKnown(symbol)) {
-        combSymbolList->setCurrentIndex(-1);
-        FinishRename();
     }
+}
+
+void frmSecurityUpdate::RenameTo(const QString &symbol)
+{
+    // The positions of two securities would become one for good; OK says that this cannot be.
+    if (IsInPortfolio(m_program.AdodcStockHistory, symbol, m_trackerSymbol))
+        return;
+    SecurityWork work = Work();
+    const bool wasKnown = LoadSecurityDetail(work.gConnApplControl, symbol).has_value();
+    RenameSymbol(work, m_symbol, symbol);
+    m_program.selection.CurrentSymbol = m_symbol = symbol;
+    LoadSymbolList();
+    AdodcSecurityAssetClass.SetSymbol(symbol);
+    if (wasKnown) // another account has it, with classes of its own
+        AdodcSecurityAssetClass.Open(work.gConnApplControl, symbol);
+    ShowClasses();
+}
+
+void frmSecurityUpdate::txtName_LostFocus()
+{
+    const QString name = txtName->text().trimmed();
+    QString &current = m_program.selection.CurrentName;
+    if (m_unloading || !m_isEdit || m_symbol.isEmpty() || name.isEmpty() || name == current)
+        return;
+    SecurityWork work = Work();
+    ChangeName(work, m_symbol, name);
+    current = name;
+    LoadSymbolList();
+}
+
+void frmSecurityUpdate::combSymbolList_LostFocus()
+{
+    const QString symbol = SymbolOfListEntry(combSymbolList->currentText());
+    if (!m_unloading && !symbol.isEmpty() && symbol != m_symbol)
+        EditKnownSecurity(symbol);
+}
+
+// --- buttons ------------------------------------------------------------------------------------
+
+void frmSecurityUpdate::cmdOK_Click()
+{
+    cmdOK->setFocus(); // the field is left first
+    try {
+        if (!DataGridAssetClass->CommitRow() || !Validate())
+            return;
+        const SecurityFields fields = ReadFields();
+        if (IsInPortfolio(m_program.AdodcStockHistory, fields.Symbol, m_trackerSymbol)) {
+            MsgBox(QStringLiteral("The symbol you're trying to add is already in your portfolio!"),
+                   Box::Exclamation, EditorTitle());
+            return;
+        }
+        Save(fields);
+    } catch (const RuntimeError &error) {
+        MsgBox(QStringLiteral("Error number %1\nDescription ").arg(error.Number()) +
+                   error.Description(),
+               Box::Stop, EditorTitle());
+        m_program.services.lifetime.End();
+    }
+}
+
+/// False, after a message, when something has to be corrected.
+bool frmSecurityUpdate::Validate()
+{
+    const SecurityError error = ValidateSecurity(ReadFields(), AdodcSecurityAssetClass);
+    ShowClasses();
+    EntryError = error != SecurityError::None;
+    if (!EntryError)
+        return true;
+    MsgBox(SecurityErrorText(error), Box::Exclamation, EditorTitle());
+    GoToError(error);
+    if (error == SecurityError::Allocation &&
+        MsgBox(QStringLiteral("Would you like to evenly allocate all selected sectors?"),
+               Box::YesNo + Box::Question, EditorTitle()) == Answer::Yes) {
+        AdodcSecurityAssetClass.AllocateEvenly();
+        ShowClasses();
+    }
+    return false;
+}
+
+void frmSecurityUpdate::GoToError(SecurityError error)
+{
+    SSTabAssetClass->setCurrentIndex(error == SecurityError::Allocation ? ClassesTab : SecurityTab);
+    switch (error) {
+    case SecurityError::Symbol:
+        txtSymbol->setFocus();
+        return;
+    case SecurityError::Name:
+        txtName->setFocus();
+        return;
+    case SecurityError::SecurityType:
+        combSecurityType->setFocus();
+        return;
+    case SecurityError::Allocation:
+        txtPerCentAllocated->setFocus();
+        txtPerCentAllocated->selectAll();
+        return;
+    case SecurityError::None:
+        return;
+    }
+}
+
+void frmSecurityUpdate::Save(const SecurityFields &fields)
+{
+    SecurityWork work = Work();
+    if (m_isEdit)
+        SaveSecurity(work, fields, AdodcSecurityAssetClass, m_trackerSymbol);
+    else
+        SaveNewSecurity(work, fields, AdodcSecurityAssetClass);
+    m_program.selection.CurrentSymbol = fields.Symbol;
+    m_program.selection.CurrentName = fields.Name;
+    if (work.rows.Find(fields.Symbol))
+        m_selection = m_program.selection;
+    LoadSymbolList();
+    if (m_program.UpdatePortfolioTotals)
+        m_program.UpdatePortfolioTotals(); // shows the rows anew
+    RefreshOpenLists(m_program);
+    ClearFields();
+    SSTabAssetClass->setCurrentIndex(SecurityTab);
+    txtSymbol->setFocus();
 }

@@ -31,6 +31,7 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -53,7 +54,7 @@ private:
     void LoadSecurityRow();
     /// A symbol or name that was carried through goes into the position row, too.
     void FinishRename();
-    bool IsKnown(const QString &symbol) const;
+    void EditKnownSecurity(const QString &symbol);
 
     void txtSymbol_LostFocus();
     void RenameTo(const QString &symbol);
@@ -85,7 +86,7 @@ private:
     QPushButton *cmdClose = nullptr;
     QPushButton *cmdHelp = nullptr;
 
-    SecurityClasses m_classes;
+    SecurityClasses AdodcSecurityAssetClass; ///< rows of the security in the fields
     AssetClassSource m_source;
     QStringList m_classNames;
     PriceCyclePause m_priceCyclePause;
@@ -93,8 +94,8 @@ private:
     bool m_isEdit = false;
     bool EntryError = false; ///< the last check found something
     bool m_unloading = false;
-    QString m_symbol;           ///< of the security in the fields; empty: none yet
-    QString m_trackerSymbol;    ///< what its position row is called so far
-    SecurityFields m_detail;    ///< as the master list has it
-    Selection m_selection;      ///< the last one that has a position row
+    QString m_symbol;        ///< of the security in the fields; empty: none yet
+    QString m_trackerSymbol; ///< what its position row is called so far
+    SecurityFields m_detail; ///< as the master list has it
+    Selection m_selection;   ///< the last one that has a position row
 };

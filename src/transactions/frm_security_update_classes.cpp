@@ -7,6 +7,7 @@
 #include "platform/widgets/field_edit.h"
 #include "transactions/frm_security_update.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 
 std::vector<GridColumn> AssetClassColumns()
@@ -16,12 +17,12 @@ std::vector<GridColumn> AssetClassColumns()
              .hidden = true},
             {.caption = QStringLiteral("AssetClass"),
              .dataField = QStringLiteral("AssetClass"),
-             .width = 300,
+             .width = 310,
              .editable = true},
             {.caption = QStringLiteral("PerCentAllocated"),
              .dataField = QStringLiteral("PerCentAllocated"),
              .alignment = Qt::AlignRight,
-             .width = 140,
+             .width = 160,
              .editable = true}};
 }
 
@@ -46,7 +47,8 @@ bool AssetClassSource::Store(int row, const QMap<int, QString> &texts)
     if (texts.contains(ClassColumn))
         changed.AssetClass = texts[ClassColumn].trimmed();
     // What is shown has two decimals; a share that was not touched keeps all of its own.
-    if (texts.contains(PerCentColumn) && (isNew || texts[PerCentColumn] != Text(row, PerCentColumn))) {
+    if (texts.contains(PerCentColumn) &&
+        (isNew || texts[PerCentColumn] != Text(row, PerCentColumn))) {
         const std::optional<Single> share = AllocationFromText(texts[PerCentColumn], m_formats);
         if (!share)
             return false;
@@ -70,8 +72,10 @@ void frmSecurityUpdate::ShowClasses()
 void frmSecurityUpdate::ShowPercentTotal()
 {
     txtPerCentAllocated->setText(
-        m_program.services.formats.Format(m_classes.PercentTotal, u"Percent"));
-    lblAssetClass->setText(m_classes.RecordCount() > 1
+        m_program.services.formats.Format(AdodcSecurityAssetClass.PercentTotal, u"Percent"));
+    if (txtPerCentAllocated->hasFocus())
+        txtPerCentAllocated->selectAll();
+    lblAssetClass->setText(AdodcSecurityAssetClass.RecordCount() > 1
                                ? QString()
                                : QStringLiteral("A single class without a percentage counts as the "
                                                 "whole of the security."));
@@ -95,7 +99,8 @@ bool frmSecurityUpdate::DataGridAssetClass_BeforeUpdate(int row)
         return false;
     }
     const QString name = DataGridAssetClass->EditedText(ClassColumn).trimmed();
-    const bool isChanged = row >= m_classes.RecordCount() || name != m_classes.At(row).AssetClass;
+    const bool isChanged = row >= AdodcSecurityAssetClass.RecordCount() ||
+                           name != AdodcSecurityAssetClass.At(row).AssetClass;
     if (name.isEmpty() || !isChanged)
         return true;
     for (const QString &known : m_classNames)
@@ -118,7 +123,17 @@ void frmSecurityUpdate::DataGridAssetClass_Delete(int row)
         DataGridAssetClass->CancelRow();
         return;
     }
-    m_classes.Delete(row);
-    m_classes.SumAllocation();
+    AdodcSecurityAssetClass.Delete(row);
+    AdodcSecurityAssetClass.SumAllocation();
     ShowClasses();
+}
+
+/// Alt+Down opens the list of classes, as the arrow in the cell does.
+void frmSecurityUpdate::keyPressEvent(QKeyEvent *event)
+{
+    if (event->modifiers().testFlag(Qt::AltModifier) && event->key() == Qt::Key_Down &&
+        dtlAssetClass->isVisible())
+        dtlAssetClass->showPopup();
+    else
+        Form::keyPressEvent(event);
 }

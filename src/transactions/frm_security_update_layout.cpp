@@ -28,7 +28,6 @@ void frmSecurityUpdate::BuildControls()
     auto *all = new QVBoxLayout(this);
     all->addWidget(SSTabAssetClass, 1);
     all->addLayout(buttons);
-    resize(560, 340);
 }
 
 namespace
@@ -88,13 +87,13 @@ void frmSecurityUpdate::BuildClassesTab()
     auto *page = new QWidget(SSTabAssetClass);
     lblAssetClass = new QLabel(page);
     lblAssetClass->setObjectName(QStringLiteral("lblAssetClass"));
-    lblAssetClass->setWordWrap(true);
 
     DataGridAssetClass = new DataGrid(page);
     DataGridAssetClass->setObjectName(QStringLiteral("DataGridAssetClass"));
     DataGridAssetClass->setAccessibleName(QStringLiteral("Asset classes"));
     DataGridAssetClass->setToolTip(
         QStringLiteral("Type a class or pick one from its list; Delete removes the row"));
+    DataGridAssetClass->setMinimumSize(500, 200);
     DataGridAssetClass->SetSource(AssetClassColumns(), &m_source);
     DataGridAssetClass->SetAllowAddNew(true);
 
@@ -157,7 +156,7 @@ void frmSecurityUpdate::ConnectControls()
         return allowed;
     };
     DataGridAssetClass->OnAfterUpdate = [this](int) {
-        m_classes.SumAllocation();
+        AdodcSecurityAssetClass.SumAllocation();
         ShowPercentTotal();
         dtlAssetClass->Follow();
     };
@@ -180,8 +179,9 @@ void frmSecurityUpdate::ConnectControls()
     OnClick(cmdHelp,
             [this] { m_program.screens.ShowHelp(QStringLiteral("DTSecurityUpdate.html")); });
 
-    QWidget *order[] = {SSTabAssetClass,     txtSymbol, txtName,  combSecurityType, combSymbolList,
-                        DataGridAssetClass, txtPerCentAllocated, cmdOK, cmdClose,   cmdHelp};
+    QWidget *order[] = {
+        SSTabAssetClass,    txtSymbol,           txtName, combSecurityType, combSymbolList,
+        DataGridAssetClass, txtPerCentAllocated, cmdOK,   cmdClose,         cmdHelp};
     for (size_t at = 1; at < std::size(order); ++at)
         setTabOrder(order[at - 1], order[at]);
 }

@@ -110,8 +110,10 @@ void frmTransactionUpdate::TakeSelection()
 /// False, after a message, when the master list has no type for the symbol.
 bool frmTransactionUpdate::LookUpType()
 {
-    if (m_program.entry.RebuildMode)
-        return true; // the replay trusts its ledger
+    if (m_program.entry.RebuildMode) { // the replay trusts its ledger
+        m_program.entry.CurrentSecurityType.clear();
+        return true;
+    }
     const QString symbol = txtSymbol->text();
     const std::optional<QString> type =
         GetSecurityType(m_program.databases.gConnApplControl, symbol);

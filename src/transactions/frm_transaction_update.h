@@ -31,6 +31,7 @@ public:
     /// Turns OK, Close and Wizard each to the opposite, before and after a rebuild.
     void DisEnaCommandButtons() override;
     void ShowReplayed(const TransactionEntry &entry) override;
+    bool IsPosting() const override { return ActionClickBlocked; }
 
 protected:
     bool event(QEvent *event) override;

@@ -1,6 +1,6 @@
 #include "transactions/security_master.h"
 
-// --- the master list ------------------------------------------------------------------------------
+// --- the master list ----------------------------------------------------------------------------
 
 std::optional<SecurityFields> LoadSecurityDetail(Connection &gConnApplControl,
                                                  const QString &symbol)
@@ -45,7 +45,7 @@ QString SymbolOfListEntry(const QString &entry)
     return entry.section(ListSeparator, 0, 0);
 }
 
-// --- checks ---------------------------------------------------------------------------------------
+// --- checks -------------------------------------------------------------------------------------
 
 SecurityError ValidateSecurity(const SecurityFields &fields, SecurityClasses &classes)
 {
@@ -87,7 +87,7 @@ bool IsInPortfolio(const TrackerRecordset &rows, const QString &symbol, const QS
     return false;
 }
 
-// --- symbol and name everywhere -------------------------------------------------------------------
+// --- symbol and name everywhere -----------------------------------------------------------------
 
 namespace
 {
@@ -132,7 +132,7 @@ void ChangeName(SecurityWork &work, const QString &symbol, const QString &name)
     UpdateTables(work.gConnApplControl, {"SecurityDetail"}, column, name, symbol);
 }
 
-// --- the position row -----------------------------------------------------------------------------
+// --- the position row ---------------------------------------------------------------------------
 
 void AddDailyTrackerRow(TrackerRecordset &rows, const QString &symbol, const QString &name,
                         Clock &clock)
@@ -165,7 +165,7 @@ bool UpdateDailyTrackerRow(TrackerRecordset &rows, const QString &oldSymbol, con
     return rows.Find(symbol);
 }
 
-// --- saving ---------------------------------------------------------------------------------------
+// --- saving -------------------------------------------------------------------------------------
 
 namespace
 {
@@ -195,7 +195,6 @@ void SaveNewSecurity(SecurityWork &work, const SecurityFields &fields, SecurityC
 void SaveSecurity(SecurityWork &work, const SecurityFields &fields, SecurityClasses &classes,
                   const QString &trackerSymbol)
 {
-    Save(work, fields, classes, [&] {
-        UpdateDailyTrackerRow(work.rows, trackerSymbol, fields.Symbol, fields.Name);
-    });
+    Save(work, fields, classes,
+         [&] { UpdateDailyTrackerRow(work.rows, trackerSymbol, fields.Symbol, fields.Name); });
 }

@@ -34,7 +34,7 @@ struct SecurityWork
     Clock &clock;
 };
 
-// --- the master list ------------------------------------------------------------------------------
+// --- the master list ----------------------------------------------------------------------------
 
 /// Nothing when the list does not have the symbol.
 std::optional<SecurityFields> LoadSecurityDetail(Connection &gConnApplControl,
@@ -46,7 +46,7 @@ QStringList SecurityList(Connection &gConnApplControl);
 /// "ACME" of "ACME - Acme Inc.".
 QString SymbolOfListEntry(const QString &entry);
 
-// --- checks ---------------------------------------------------------------------------------------
+// --- checks -------------------------------------------------------------------------------------
 
 enum class SecurityError
 {
@@ -64,11 +64,11 @@ QString SecurityErrorText(SecurityError error);
 /// `ownSymbol`.
 bool IsInPortfolio(const TrackerRecordset &rows, const QString &symbol, const QString &ownSymbol);
 
-// --- writing --------------------------------------------------------------------------------------
+// --- writing ------------------------------------------------------------------------------------
 
-/// Carries a new symbol through the five tables and reads the lots anew. Those of the account change
-/// in one transaction, the shared ones in another; a statement that fails leaves its table as it is
-/// and stops no other.
+/// Carries a new symbol through the five tables and reads the lots anew. Those of the account
+/// change in one transaction, the shared ones in another; a statement that fails leaves its table
+/// as it is and stops no other.
 void RenameSymbol(SecurityWork &work, const QString &oldSymbol, const QString &newSymbol);
 /// The new name in History, DailyProfitLoss and SecurityDetail.
 void ChangeName(SecurityWork &work, const QString &symbol, const QString &name);
@@ -83,7 +83,8 @@ bool UpdateDailyTrackerRow(TrackerRecordset &rows, const QString &oldSymbol, con
                            const QString &name);
 
 /// Writes the security: master row, classes, and the position row - a new one, or that of
-/// `trackerSymbol`, if the account has it. After an error nothing of it is written.
+/// `trackerSymbol`, if the account has it. After an error nothing of it is written, but for the
+/// position row when it is the shared file that refuses its commit in the end.
 void SaveNewSecurity(SecurityWork &work, const SecurityFields &fields, SecurityClasses &classes);
 void SaveSecurity(SecurityWork &work, const SecurityFields &fields, SecurityClasses &classes,
                   const QString &trackerSymbol);

@@ -50,12 +50,7 @@ protected:
     // What the user does.
     void Choose(const QString &action) { WidgetActions::Choose(List(), action); }
     void Type(const QString &field, const QString &text) { WidgetActions::Type(Edit(field), text); }
-    void Press(const QString &key)
-    {
-        WidgetActions::PressKey(key);
-        if (key.startsWith("Alt+"))
-            QTest::qWait(200); // the button is seen going down before it acts
-    }
+    void Press(const QString &key) { WidgetActions::PressKey(key); }
     void Click(const QString &button) { WidgetActions::Click(Button(button)); }
     /// Types an entry and presses OK with the mouse.
     void Post(const QString &action, const QString &count, const QString &price = {})

@@ -217,7 +217,9 @@ TEST(ValidatePriceText, ShowsFiveDecimalsBlanksZeroAndRefusesTheRest)
     const std::pair<const char *, const char *> rows[] = {
         {"12 3/8", "12.37500"},
         {"3/8", "0.37500"},
-        {"1,234.56", "1,234.56006"},
+        {"1,234.56", "1,234.56010"},
+        // the 32-bit float nearest to it is 260.54998779; the price is money
+        {"260.55", "260.55000"},
         {"", ""},
         {"0", ""},
         {"0.00001", ""},

@@ -155,12 +155,12 @@ TEST(LongPosition, AFractionThatMissesZeroByTheRoundingOfASingleStaysOpen)
     EXPECT_FALSE(account.Of("FUND").AvrgPrice.IsZero());
 }
 
-TEST(LongPosition, InvestedToDateTakesThePriceAsTyped)
+TEST(LongPosition, InvestedToDateTakesThePriceAsShown)
 {
     TestAccount account = TestAccount().Row("ACME").Queue(Answer::Yes);
     account.Buy("ACME", "100", "1234.56");
-    // shown as 1,234.56006; the count times the shown text, and the price kept as money
-    EXPECT_EQ(account.Of("ACME").InvestedToDate, Currency("123456.006"));
+    // shown as 1,234.56010: the count times the shown text
+    EXPECT_EQ(account.Of("ACME").InvestedToDate, Currency("123456.01"));
     EXPECT_EQ(account.Of("ACME").CurrPrice, Currency("1234.5601"));
     EXPECT_EQ(account.Lots("ACME"), "100 @ 1234.5601");
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The drop-down button of a grid column: an arrow at the right end of the current row's cell, which
-/// opens a list to pick the cell's text from.
+/// The drop-down button of a grid column: an arrow at the right end of the current row's cell,
+/// which opens a list to pick the cell's text from.
 ///
 ///     dtlAssetClass = new CellDropDown(*grid, ClassColumn);
 ///     dtlAssetClass->addItems(names);
