@@ -14,6 +14,8 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include <algorithm>
+
 namespace WidgetActions
 {
 
@@ -34,6 +36,14 @@ QWidget *KeyTarget()
         return modal;
     if (QWidget *window = QApplication::activeWindow())
         return window;
+    // The window in front has gone, and without a desktop none was activated in its place.
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible() || window->parentWidget())
+            continue;
+        window->activateWindow();
+        QCoreApplication::processEvents();
+        return QApplication::focusWidget() ? QApplication::focusWidget() : window;
+    }
     throw Failed(QStringLiteral("no control has the focus"));
 }
 
@@ -48,6 +58,21 @@ void TypeCharacter(QWidget *target, const QString &text)
     else
         QTest::sendKeyEvent(QTest::Click, target, Qt::Key(first.toUpper().unicode()), text,
                             first.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
+}
+
+/// A button that is pressed by its key goes down first, to be seen, and acts a moment later.
+void LetPressedButtonsAct()
+{
+    const auto isDown = [](const QAbstractButton *button) { return button->isDown(); };
+    (void)QTest::qWaitFor(
+        [isDown] {
+            const QWidgetList windows = QApplication::topLevelWidgets();
+            return std::none_of(windows.begin(), windows.end(), [isDown](const QWidget *window) {
+                const auto buttons = window->findChildren<QAbstractButton *>();
+                return std::any_of(buttons.begin(), buttons.end(), isDown);
+            });
+        },
+        500);
 }
 
 void SelectAll(QWidget *control)
@@ -225,6 +250,7 @@ void PressKey(const QString &name)
     if (isCombination) {
         // Without a text, which a field would take for a character.
         QTest::sendKeyEvent(QTest::Click, KeyTarget(), key, QString(), modifiers);
+        LetPressedButtonsAct();
     } else if (isCharacter) {
         const QString upper{QChar(key)};
         const bool isShifted = modifiers & Qt::ShiftModifier;

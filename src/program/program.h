@@ -78,6 +78,8 @@ struct Program
     std::function<void()> UpdatePortfolioTotals;  ///< shows the totals, and the rows anew
     std::function<void()> ReloadDataGrid;         ///< values the rows, totals and grid follow
 
+    /// Set by the entry screen while it is loaded: the user chose another row.
+    std::function<void()> SelectionChanged;
     /// Set while a rebuild reopens the account: the Daily Tracker calls it on its fresh recordsets.
     std::function<void()> BeginRebuild;
 

@@ -251,8 +251,11 @@ void frmDailyTracker::DataGridStock_RowColChange()
     const TrackerRow &current = rows.Current();
     if (current.Symbol.trimmed().isEmpty())
         return; // the last selection stays
+    const bool isOther = m_program.selection.CurrentSymbol != current.Symbol;
     m_program.selection.CurrentSymbol = current.Symbol;
     m_program.selection.CurrentName = current.Name;
+    if (isOther && m_program.SelectionChanged)
+        m_program.SelectionChanged();
 }
 
 void frmDailyTracker::DataGridStock_MouseUp()

@@ -36,6 +36,7 @@ void frmTransactionUpdate::Load()
     m_typeFound = LookUpType();
     ShowFields();
     UpdateUndoButton();
+    m_program.SelectionChanged = [this] { FollowSelection(); };
 }
 
 void frmTransactionUpdate::Activate()
@@ -60,6 +61,7 @@ void frmTransactionUpdate::Activate()
 void frmTransactionUpdate::OnUnload()
 {
     m_unloading = true;
+    m_program.SelectionChanged = nullptr;
     m_priceCyclePause.Resume(m_program);
 }
 
@@ -96,6 +98,16 @@ bool frmTransactionUpdate::eventFilter(QObject *watched, QEvent *event)
             m_entered = nullptr;
     }
     return Form::eventFilter(watched, event);
+}
+
+/// The row is shown at once where that needs no word to the user; whatever has to be said is said when
+/// this screen comes to the front.
+void frmTransactionUpdate::FollowSelection()
+{
+    const std::optional<QString> type = GetSecurityType(m_program.databases.gConnApplControl,
+                                                        m_program.selection.CurrentSymbol);
+    if (type && ActionFitsType(Action::Buy, *type))
+        Activate();
 }
 
 void frmTransactionUpdate::TakeSelection()

@@ -48,6 +48,7 @@ private:
 
     Action CurrentAction() const;
     void TakeSelection();
+    void FollowSelection();
     bool LookUpType();
     void RefreshSecurity();
     void ShowSecurityScreen();

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # run.sh QUILLON_DRIVE APPDIR SCRIPT: runs a driver script on a fresh copy of the application
 # folder, with settings of its own, in a temporary folder that is gone afterwards. The output is
-# shown when the script fails, and the driver's exit status is passed on.
+# shown when the script fails, and the driver's exit status is passed on. A file SCRIPT.sql beside
+# the script prepares the sample account.
 set -euo pipefail
 
 drive="$(realpath "$1")"
@@ -13,6 +14,10 @@ trap 'rm -rf "$work"' EXIT
 mkdir -m 700 "$work/home"
 cp -r "$app" "$work/app"
 cd "$work"
+statements="${script%.drive}.sql"
+if [[ -f "$statements" ]]; then
+    "$(dirname "$drive")/tests/prepare_account" "$work/app/Sample Portfolio.mdb" "$statements"
+fi
 
 status=0
 HOME="$work/home" XDG_CONFIG_HOME="$work/home" XDG_RUNTIME_DIR="$work/home" \

@@ -286,6 +286,26 @@ TEST_F(TheHands, ChooseATabByItsCaption)
     EXPECT_EQ(tabs->currentIndex(), 1);
 }
 
+TEST_F(TheHands, TurnToTheTabOfAControlBeforeTheyUseIt)
+{
+    auto *tabs = Add<QTabWidget>("SSTab1");
+    auto *field = new QLineEdit;
+    field->setObjectName("txtSecond");
+    auto *page = new QWidget;
+    (new QVBoxLayout(page))->addWidget(field);
+    tabs->addTab(new QWidget, "First");
+    tabs->addTab(page, "Second");
+    Show();
+    WidgetActions::Type(field, "typed");
+    EXPECT_EQ(tabs->currentIndex(), 1);
+    EXPECT_EQ(field->text(), "typed");
+
+    tabs->setCurrentIndex(0);
+    tabs->setTabEnabled(1, false);
+    EXPECT_EQ(StatusOf([&] { WidgetActions::Type(field, "more"); }), 1);
+    EXPECT_EQ(tabs->currentIndex(), 0);
+}
+
 TEST_F(TheHands, PickADateWithinThePickersRange)
 {
     auto *picker = Add<QDateEdit>("dtpFrom");

@@ -143,6 +143,36 @@ TEST(Undo, OfADepositWritesTheRowOfTheSecurityPostingBeforeItBack)
     EXPECT_EQ(account.State().AccountBalance, Currency("995")); // of the last balance step
 }
 
+TEST(Undo, OfADepositAfterASplitWritesTheRowBeforeTheSplitBack)
+{
+    TestAccount account = LongAcme();
+    account.Buy("ACME", "100", "10");
+    const TrackerRow before = account.Of("ACME");
+    account.Split("ACME", "2", "1");
+    account.Cash(Action::Deposit, "50");
+    account.Undo();
+    EXPECT_EQ(account.Of("ACME"), before); // the split of the lots was final
+    EXPECT_EQ(account.Lots("ACME"), "120 @ 4.0000; 80 @ 6.5000; 200 @ 5.0000");
+}
+
+TEST(Undo, OfAClearTakesTheLedgerRowAndLotOfTheLastPostingAlong)
+{
+    TestAccount account = LongAcme().Row("BBB");
+    account.Sell("ACME", "60", "12");
+    account.Buy("BBB", "10", "20");
+    EXPECT_EQ(account.History().size(), 2u);
+    account.Rows().Find("ACME");
+    PostingWork work = account.Work();
+    ClearRow(work);
+    account.Undo();
+    EXPECT_EQ(account.Lots("ACME"), "40 @ 13.0000");
+    // The keys of the last posting are still set, and what they name goes.
+    ASSERT_EQ(account.History().size(), 1u);
+    EXPECT_EQ(account.History().front().substr(0, 5), "ACME|");
+    EXPECT_EQ(account.StoredLots("BBB"), "");
+    EXPECT_EQ(account.Of("BBB").Shares, Single::FromFloat(10));
+}
+
 TEST(Undo, BringsAClearedRowBackWithItsLots)
 {
     TestAccount account = LongAcme();
