@@ -11,7 +11,9 @@
 #include <fstream>
 #include <string>
 
-/// How deep the lots lie: open lots a symbol holds before its sales begin.
+/// How deep the lots lie at the end of 1,000,000 rows. Shallow: a sale takes a whole lot, and sales
+/// come as often as purchases once this many lots are open. Deep: a sale takes three shares of the
+/// ten of a lot, so that the open lots grow with the ledger and each sale stands before hundreds.
 enum class Lots { Shallow = 30, Deep = 850 };
 
 inline void WriteLedger(BenchAccount &bench, int rows, Lots depth)
@@ -24,17 +26,17 @@ inline void WriteLedger(BenchAccount &bench, int rows, Lots depth)
         QStringLiteral("INSERT INTO History (Symbol, Name, Description, Shares, TransactionCost, "
                        "Price, Amount, TransDate, Time) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
     QRandomGenerator random(20260302);
-    std::vector<int> open(symbols, 0); // lots of 10 shares
+    std::vector<int> open(symbols, 0); // shares
+    const int sold = depth == Lots::Deep ? 3 : 10;
     const int perDay = std::max(1, rows / 2500);
     for (int i = 0; i < rows; ++i) {
         const int symbol = int(random.bounded(symbols));
-        int &lots = open[size_t(symbol)];
-        // Around the depth wanted buys and sales keep the balance; 55 percent buys until then.
-        const bool deepEnough = lots >= int(depth);
-        const bool buy = lots == 0 || (!deepEnough && random.bounded(100) < 55);
-        lots += buy ? 1 : -1;
+        int &held = open[size_t(symbol)];
+        const bool evenly = depth == Lots::Shallow && held >= 10 * int(depth);
+        const bool buy = held < sold || random.bounded(100) < (evenly ? 50 : 55);
+        held += buy ? 10 : -sold;
         const double price = 20 + double(random.bounded(1000)) / 100;
-        const Single shares = Single::FromFloat(buy ? 10 : -10);
+        const Single shares = Single::FromFloat(float(buy ? 10 : -sold));
         const Currency cost("-9.95");
         insert.BindAll(BenchAccount::Symbol(symbol), QStringLiteral("Name"),
                        buy ? QStringLiteral("Bought") : QStringLiteral("Sold"), shares, cost,

@@ -83,7 +83,7 @@ Lines AnswerColor(Session &session, const QStringList &arguments)
 
 Lines OpenAccountFile(Session &session, const QStringList &arguments)
 {
-    session.Dialogs().QueueFile(QFileInfo(arguments[0]).absoluteFilePath());
+    session.Dialogs().PickNextFile(QFileInfo(arguments[0]).absoluteFilePath());
     session.TriggerMenu(QStringLiteral("mnuFLOpenExisting"));
     return {};
 }

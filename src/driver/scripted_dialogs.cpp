@@ -81,6 +81,11 @@ void ScriptedDialogs::QueueFile(const std::optional<QString> &path)
     m_files.append(path);
 }
 
+void ScriptedDialogs::PickNextFile(const QString &path)
+{
+    m_files.prepend(path);
+}
+
 void ScriptedDialogs::QueueColor(const std::optional<Rgb> &color)
 {
     m_colors.append(color);

@@ -36,6 +36,8 @@ public:
     void QueueAnswer(Answer answer, const QString &part = QString());
     /// Nothing: the dialog is cancelled. A file answer serves file and folder dialogs alike.
     void QueueFile(const std::optional<QString> &path);
+    /// For the next dialog, before all that is queued.
+    void PickNextFile(const QString &path);
     void QueueColor(const std::optional<Rgb> &color);
 
     /// A line a box, `title<TAB>buttons value<TAB>text<TAB>answer`, and forgets them.

@@ -2,12 +2,17 @@
 
 #include "platform/command_groups.h"
 #include "program/form.h"
+#include "program/input_hold.h"
+#include "program/list_refresh.h"
+#include "tracking/daily_balances.h"
 #include "transactions/rebuild.h"
 #include "transactions/undo.h"
 
 #include <QElapsedTimer>
+#include <QScopeGuard>
 
 #include <chrono>
+#include <exception>
 
 using namespace std::chrono_literals;
 
@@ -20,6 +25,11 @@ constexpr qint64 RefreshMilliseconds = 60;
 QString WizardTitle()
 {
     return ApplicationTitle() + QStringLiteral(" Wizard");
+}
+
+void Status(Program &program, const QString &text)
+{
+    program.services.status.Post(text);
 }
 
 RebuildScreen *EntryScreen(Program &program)
@@ -50,47 +60,6 @@ bool BackupIsSettled(Program &program)
     return false;
 }
 
-/// Rows at zero, while the file keeps what it has until the replay is over.
-void EmptyRows(Program &program)
-{
-    PostingWork work = program.Posting();
-    RollbackUndoTransaction(work);
-    program.services.status.Post(QStringLiteral("Deleting data from tables..."));
-    const QDate today = program.services.clock.Today();
-    const QTime now = program.services.clock.TimeOfDay();
-    TrackerRecordset &rows = program.AdodcStockHistory;
-    for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext())
-        ResetDailyTrackerRow(rows.Edit(), today, now);
-    program.services.status.Post(QStringLiteral("Delete completed..."));
-}
-
-/// Every recordset and screen comes up on the emptied tables.
-void ReopenAccount(Program &program)
-{
-    program.accountRoutines->CloseAllScreens();
-    OpenDatabases(program.databases, program.settings, program.account, program.services);
-    program.accountRoutines->OpenAccount();
-    if (!program.AdodcStockHistory.IsOpen())
-        program.screens.Show(QStringLiteral("frmDailyTracker"));
-}
-
-void ReplayHistory(Program &program, HistoryReplay &replay)
-{
-    program.services.status.Post(QStringLiteral("Building data from history..."));
-    QElapsedTimer sinceRefresh;
-    sinceRefresh.start();
-    replay.Run([&](qint64 row) {
-        if (sinceRefresh.elapsed() < RefreshMilliseconds)
-            return;
-        if (RebuildScreen *screen = EntryScreen(program))
-            screen->ShowReplayed(replay.Entry());
-        program.services.status.Post(
-            QStringLiteral("Building data from history... %1").arg(row));
-        program.services.clock.Yield();
-        sinceRefresh.restart();
-    });
-}
-
 /// The balance is the account's, whatever the replay and the valuation behind it came to.
 class KeptBalance
 {
@@ -113,28 +82,100 @@ private:
     Currency m_priorBasis;
 };
 
-void RebuildFromHistory(Program &program, const KeptBalance &balance)
+/// The day's balances, as a closing Daily Tracker leaves them, here of the emptied rows and in the
+/// transaction of the rebuild.
+void WriteEmptiedBalances(Program &program)
 {
-    std::optional<HistoryReplay> replay;
+    Connection &account = program.databases.gConnAccount;
+    const QDate today = program.services.clock.Today();
+    const QString title = EditorTitle(QStringLiteral("Daily Tracker"));
+    UpdateDailySecurityBalance(account, program.AdodcStockHistory, today, program.services, title);
+    UpdateDailyBalance(account, program.account, today, program.services, title);
+}
+
+/// Every recordset and screen of the account comes up anew. True when it is open again, with its
+/// rows: the user may not have signed on, or may have gone over to another account.
+bool ReopenAccount(Program &program)
+{
+    const QString account = program.settings.CurrentFilePath;
+    program.accountRoutines->CloseAllScreens();
+    OpenDatabases(program.databases, program.settings, program.account, program.services);
+    program.accountRoutines->OpenAccount();
+    if (program.run.SignOnCancelled || program.settings.CurrentFilePath != account)
+        return false;
+    if (!program.AdodcStockHistory.IsOpen())
+        program.screens.Show(QStringLiteral("frmDailyTracker"));
+    return program.AdodcStockHistory.IsOpen();
+}
+
+/// Comes up on emptied tables. An error waits until the account is open: it is the wizard's, and no
+/// sign of an invalid account.
+bool ReopenEmptied(Program &program, std::optional<HistoryReplay> &replay,
+                   const KeptBalance &balance)
+{
+    const QString account = program.settings.CurrentFilePath;
+    std::exception_ptr failure;
     program.BeginRebuild = [&] {
-        replay.emplace(program.Posting());
-        replay->Begin();
+        if (replay || program.settings.CurrentFilePath != account)
+            return;
+        try {
+            Status(program, QStringLiteral("Deleting data from tables..."));
+            replay.emplace(program.Posting());
+            replay->Begin();
+            balance.Restore();
+            WriteEmptiedBalances(program);
+            Status(program, QStringLiteral("Delete completed..."));
+        } catch (const RuntimeError &) {
+            failure = std::current_exception();
+        }
     };
-    EmptyRows(program);
+    const auto forget = qScopeGuard([&program] { program.BeginRebuild = nullptr; });
+    const bool open = ReopenAccount(program);
+    if (failure)
+        std::rethrow_exception(failure);
+    return open && replay;
+}
+
+void ReplayHistory(Program &program, HistoryReplay &replay)
+{
+    Status(program, QStringLiteral("Building data from history..."));
+    QElapsedTimer sinceRefresh;
+    sinceRefresh.start();
+    replay.Run([&](qint64 row) {
+        if (sinceRefresh.elapsed() < RefreshMilliseconds)
+            return;
+        if (RebuildScreen *screen = EntryScreen(program))
+            screen->ShowReplayed(replay.Entry());
+        Status(program, QStringLiteral("Building data from history... %1").arg(row));
+        program.services.clock.Yield();
+        sinceRefresh.restart();
+    });
+    RebuildScreen *screen = EntryScreen(program);
+    if (screen && replay.RowCount() > 0)
+        screen->ShowReplayed(replay.Entry());
+}
+
+/// False when the account did not come back, so that nothing was begun.
+bool RebuildFromHistory(Program &program, const KeptBalance &balance)
+{
+    PostingWork work = program.Posting();
+    RollbackUndoTransaction(work);
     DisableFileButtons(program.services.commands);
-    ReopenAccount(program);
-    program.BeginRebuild = nullptr;
+    std::optional<HistoryReplay> replay;
+    if (!ReopenEmptied(program, replay, balance))
+        return false;
+    const InputHold hold;
     program.services.clock.Wait(1s);
     ReplayHistory(program, *replay);
     replay->Commit();
     program.gRsLots.Open(program.databases.gConnUndo);
     balance.Restore();
+    return true;
 }
 
 /// The file is as it was; the screens show it again.
 void ShowFailure(Program &program, const RuntimeError &error, const KeptBalance &balance)
 {
-    program.BeginRebuild = nullptr;
     program.entry.RebuildMode = false;
     program.services.dialogs.MsgBox(
         QStringLiteral("An error has occured while using the Wizard!\n"
@@ -142,50 +183,20 @@ void ShowFailure(Program &program, const RuntimeError &error, const KeptBalance 
             ErrorLines(error),
         Box::Stop, WizardTitle());
     program.gRsLots.Close();
-    program.AdodcStockHistory.Close(); // half built rows must not reach the balance series
-    balance.Restore();
+    program.AdodcStockHistory.Close(); // half built rows must not reach the file
     ReopenAccount(program);
+    balance.Restore();
 }
 
-} // namespace
-
-void StartRebuildFromHistory(Program &program)
+/// What follows a rebuild that has come to its end, well or not.
+void ShowRebuilt(Program &program, const KeptBalance &balance, bool built)
 {
-    EntryState &entry = program.entry;
-    if (entry.RebuildRunning)
-        return;
-    entry.RebuildMode = true;
-    if (!program.screens.Loaded(EntryForm))
-        program.screens.Show(EntryForm);
-    if (!program.AdodcStockHistory.IsOpen())
-        program.screens.Show(QStringLiteral("frmDailyTracker"));
-    if (!BackupIsSettled(program))
-        return;
-    if (program.services.dialogs.MsgBox(QStringLiteral("Continue to re-build from history?"),
-                                        Box::YesNo + Box::Question, WizardTitle()) != Answer::Yes) {
-        program.screens.Unload(EntryForm);
-        entry.RebuildMode = false;
-        return;
-    }
-    if (RebuildScreen *screen = EntryScreen(program))
-        screen->DisEnaCommandButtons();
-    const KeptBalance balance(program);
-    entry.RebuildRunning = true;
-    bool built = false;
-    try {
-        RebuildFromHistory(program, balance);
-        built = true;
-    } catch (const RuntimeError &error) {
-        ShowFailure(program, error, balance);
-    }
-    entry.RebuildMode = entry.RebuildRunning = entry.RebuildNewDay = false;
-    program.priceUpdate.HistoricalRetryNeeded = true;
-    EnableFileAndServiceButtons(program.services.commands);
+    if (program.UpdatePortfolioTotals)
+        program.UpdatePortfolioTotals();
     if (built) {
-        if (program.UpdatePortfolioTotals)
-            program.UpdatePortfolioTotals();
+        RefreshOpenLists(program); // they came up on emptied tables
         const QString done = QStringLiteral("Portfolio successfully built!");
-        program.services.status.Post(done);
+        Status(program, done);
         program.services.dialogs.MsgBox(done, Box::Information, WizardTitle());
     }
     if (RebuildScreen *screen = EntryScreen(program)) {
@@ -198,5 +209,49 @@ void StartRebuildFromHistory(Program &program)
         if (program.UpdatePortfolioTotals)
             program.UpdatePortfolioTotals();
     }
+}
+
+} // namespace
+
+void StartRebuildFromHistory(Program &program)
+{
+    EntryState &entry = program.entry;
+    const RebuildScreen *open = EntryScreen(program);
+    if (entry.RebuildRunning || (open && open->IsPosting()))
+        return;
+    entry.RebuildMode = true;
+    if (!program.screens.Loaded(EntryForm))
+        program.screens.Show(EntryForm);
+    if (!program.AdodcStockHistory.IsOpen())
+        program.screens.Show(QStringLiteral("frmDailyTracker"));
+    if (!BackupIsSettled(program))
+        return;
+    const auto leave = qScopeGuard([&] {
+        entry.RebuildMode = entry.RebuildRunning = entry.RebuildNewDay = false;
+    });
+    if (program.services.dialogs.MsgBox(QStringLiteral("Continue to re-build from history?"),
+                                        Box::YesNo + Box::Question, WizardTitle()) != Answer::Yes) {
+        program.screens.Unload(EntryForm);
+        return;
+    }
+    if (RebuildScreen *screen = EntryScreen(program))
+        screen->DisEnaCommandButtons();
+    const KeptBalance balance(program);
+    entry.RebuildRunning = true;
+    bool built = false;
+    bool opened = true;
+    try {
+        built = opened = RebuildFromHistory(program, balance);
+    } catch (const RuntimeError &error) {
+        ShowFailure(program, error, balance);
+    }
+    entry.RebuildMode = entry.RebuildRunning = entry.RebuildNewDay = false;
+    EnableFileAndServiceButtons(program.services.commands);
+    if (built)
+        program.priceUpdate.HistoricalRetryNeeded = true;
+    if (opened)
+        ShowRebuilt(program, balance, built);
+    else
+        program.screens.Unload(EntryForm);
     EnableUndoCommands(program.services.commands, false);
 }

@@ -16,7 +16,11 @@ public:
     virtual void ShowReplayed(const TransactionEntry &entry) = 0;
     virtual void ClearObjects() = 0;
     virtual void DisEnaCommandButtons() = 0;
+    /// A posting is under way, or waits for the lists.
+    virtual bool IsPosting() const = 0;
 };
 
-/// From the Wizard button of the entry screen or the toolbar.
+/// From the Wizard button of the entry screen or the toolbar. Nothing happens while one is running or
+/// a posting is under way. AccountBalance and PriorBasisTotal come out as they went in. A failure is
+/// shown and leaves the account as it was, but for what was still to be undone: that is dropped.
 void StartRebuildFromHistory(Program &program);

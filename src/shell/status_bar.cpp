@@ -61,9 +61,11 @@ StatusPanels::StatusPanels()
         panel->setObjectName(QStringLiteral("MDIStatusBar%1").arg(i + 1));
         panel->setAccessibleName(QString::fromUtf8(names[i]));
         panel->setTextFormat(Qt::PlainText);
-        // A long message is cut rather than widening the window.
-        if (i + 1 == MessagePanel)
+        // A long message is cut rather than widening the window, but always has a place.
+        if (i + 1 == MessagePanel) {
             panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+            panel->setMinimumWidth(panel->fontMetrics().averageCharWidth() * 24);
+        }
         addPermanentWidget(panel, i + 1 == MessagePanel ? 1 : 0);
     }
 }
@@ -72,6 +74,7 @@ void StatusPanels::Update(const Program &program, const QString &gStatusMessage)
 {
     const AccountState &account = program.account;
     SetPanel(MessagePanel, gStatusMessage, true);
+    m_panels[MessagePanel - 1]->setToolTip(gStatusMessage); // in full where it is cut
 
     if (account.LogoffEnabled != 1)
         SetPanel(LogoffPanel, QStringLiteral("Logoff disabled"), false);

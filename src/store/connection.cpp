@@ -175,8 +175,14 @@ double Statement::Double(int column) const
 
 QString Statement::Text(int column) const
 {
+    const QByteArrayView text = Utf8(column);
+    return text.isNull() ? QString() : QString::fromUtf8(text);
+}
+
+QByteArrayView Statement::Utf8(int column) const
+{
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    return text ? QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column)) : QString();
+    return {text, text ? sqlite3_column_bytes(m_statement, column) : 0};
 }
 
 namespace

@@ -17,6 +17,7 @@
 
 #include "store/field_value.h"
 
+#include <QByteArrayView>
 #include <QDate>
 #include <QString>
 
@@ -84,6 +85,8 @@ public:
     Single ShareCount(int column) const { return Single::FromDouble(Double(column)); }
     Integer Counter(int column) const { return Integer::FromWide(Int64(column)); }
     QString Text(int column) const;
+    /// The text as it is stored, until the next Step or Reset; empty for NULL.
+    QByteArrayView Utf8(int column) const;
     QDate Date(int column) const;
     QTime Time(int column) const;
 

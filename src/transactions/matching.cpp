@@ -9,15 +9,40 @@
 namespace
 {
 
-bool Begins(const QString &text, const char *word)
+/// What a row's Description makes of it, as the store's LIKE compares: whatever the case.
+struct Sides
 {
-    return text.startsWith(QLatin1String(word), Qt::CaseInsensitive);
-}
+    bool purchase; ///< "Bought%" or "%Sale%"
+    bool sale;     ///< "Sold%" or "%Cover%"
+    bool isShort;  ///< "Short" inside, in just this case
 
-bool Holds(const QString &text, const char *word)
+    explicit Sides(const QString &text)
+        : purchase(text.startsWith(QLatin1String("Bought"), Qt::CaseInsensitive) ||
+                   text.contains(QLatin1String("Sale"), Qt::CaseInsensitive)),
+          sale(text.startsWith(QLatin1String("Sold"), Qt::CaseInsensitive) ||
+               text.contains(QLatin1String("Cover"), Qt::CaseInsensitive)),
+          isShort(text.contains(QLatin1String("Short")))
+    {}
+};
+
+/// Few different texts stand in many rows: each gets a number, and is converted once.
+class TextNumbers
 {
-    return text.contains(QLatin1String(word), Qt::CaseInsensitive);
-}
+public:
+    int Of(QByteArrayView text)
+    {
+        const auto known = m_numbers.constFind(QByteArray::fromRawData(text.data(), text.size()));
+        if (known != m_numbers.constEnd())
+            return *known;
+        texts.push_back(QString::fromUtf8(text));
+        m_numbers.insert(text.toByteArray(), int(texts.size()) - 1);
+        return int(texts.size()) - 1;
+    }
+    std::vector<QString> texts; ///< in order of appearance
+
+private:
+    QHash<QByteArray, int> m_numbers;
+};
 
 /// Rows come in the order of their IDs, which is mostly that of their dates already.
 template <class Row> void SortByDate(std::vector<Row> &rows)
@@ -48,67 +73,53 @@ struct ShortSide
 void GainMatching::OpenMatchingRecordsets(const Connection &gConnAccount)
 {
     *this = GainMatching();
-    m_connection = &gConnAccount;
 
-    QHash<QString, int> indexes; // in order of appearance
+    TextNumbers symbolTexts, names, descriptions;
+    std::vector<Sides> sides; // of each description
+    std::vector<SymbolPurchases> found;
     std::vector<std::vector<MatchSale>> sales;
     Statement statement = gConnAccount.Prepare(
         QStringLiteral("SELECT ID, Symbol, Description, Shares, TransactionCost, Price, Amount, "
-                       "TransDate, Time FROM History ORDER BY ID"));
+                       "TransDate, Time, Name FROM History ORDER BY ID"));
     while (statement.Step()) {
-        const QString description = statement.Text(2);
-        const bool buys = Begins(description, "Bought") || Holds(description, "Sale");
-        const bool sells = Begins(description, "Sold") || Holds(description, "Cover");
-        if (!buys && !sells)
+        const size_t description = size_t(descriptions.Of(statement.Utf8(2)));
+        if (description == sides.size())
+            sides.emplace_back(descriptions.texts.back());
+        const Sides &side = sides[description];
+        if (!side.purchase && !side.sale)
             continue;
-        const QString symbol = statement.Text(1);
-        auto index = indexes.constFind(symbol);
-        if (index == indexes.constEnd()) {
-            index = indexes.insert(symbol, int(m_symbols.size()));
-            m_symbols.push_back(symbol);
-            m_purchases.emplace_back();
+        const size_t symbol = size_t(symbolTexts.Of(statement.Utf8(1)));
+        if (symbol == found.size()) {
+            found.emplace_back();
             sales.emplace_back();
         }
-        if (buys)
-            m_purchases[size_t(*index)].rows.push_back(
-                {statement.Int64(0), statement.ShareCount(3), statement.Money(4),
-                 statement.Money(5), statement.Date(7), statement.Time(8)});
-        if (sells)
-            sales[size_t(*index)].push_back(
-                {statement.Int64(0), 0, description.contains(QLatin1String("Short")), false,
-                 statement.ShareCount(3), statement.Money(5), statement.Money(6),
-                 statement.Date(7), statement.Time(8)});
+        if (side.purchase)
+            found[symbol].rows.push_back({statement.Int64(0), statement.ShareCount(3),
+                                          statement.Money(4), statement.Money(5),
+                                          statement.Date(7), statement.Time(8)});
+        if (side.sale)
+            sales[symbol].push_back({statement.Int64(0), 0, names.Of(statement.Utf8(9)),
+                                     side.isShort, false, statement.ShareCount(3),
+                                     statement.Money(5), statement.Money(6), statement.Date(7),
+                                     statement.Time(8)});
     }
+    m_names = std::move(names.texts);
 
-    std::vector<int> order(m_symbols.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::sort(order.begin(), order.end(), [this](int left, int right) {
-        return m_symbols[size_t(left)] < m_symbols[size_t(right)];
-    });
-    std::vector<QString> symbols;
-    std::vector<SymbolPurchases> purchases;
-    for (const int from : order) {
-        const int symbol = int(symbols.size());
-        symbols.push_back(m_symbols[size_t(from)]);
-        purchases.push_back(std::move(m_purchases[size_t(from)]));
-        SortByDate(purchases.back().rows);
-        std::vector<MatchSale> &own = sales[size_t(from)];
-        SortByDate(own);
-        for (MatchSale &sale : own) {
-            sale.symbol = symbol;
+    const std::vector<QString> &symbols = symbolTexts.texts;
+    std::vector<size_t> order(found.size());
+    std::iota(order.begin(), order.end(), size_t{0});
+    std::sort(order.begin(), order.end(),
+              [&](size_t left, size_t right) { return symbols[left] < symbols[right]; });
+    for (const size_t from : order) {
+        SortByDate(found[from].rows);
+        SortByDate(sales[from]);
+        for (MatchSale &sale : sales[from]) {
+            sale.symbol = int(m_symbols.size());
             m_sales.push_back(sale);
         }
+        m_symbols.push_back(symbols[from]);
+        m_purchases.push_back(std::move(found[from]));
     }
-    m_symbols = std::move(symbols);
-    m_purchases = std::move(purchases);
-}
-
-QString GainMatching::NameOf(const MatchSale &sale) const
-{
-    Statement statement =
-        m_connection->Prepare(QStringLiteral("SELECT Name FROM History WHERE ID = ?"));
-    statement.BindAll(sale.ID);
-    return statement.Step() ? statement.Text(0) : QString();
 }
 
 const std::vector<MatchPurchase> &GainMatching::PurchasesOf(const QString &symbol) const
@@ -159,6 +170,7 @@ void GainMatching::MatchToPurchases(MatchSale &sale, SymbolPurchases &purchases,
     std::vector<MatchPurchase> &rows = purchases.rows;
     for (size_t i = purchases.firstOpen; i < rows.size() && !sale.Shares.IsZero(); ++i) {
         MatchPurchase &purchase = rows[i];
+        ++m_visited;
         if (!purchase.Shares.IsZero()) {
             if (dateAcquired == NoDate())
                 dateAcquired = purchase.TransDate;

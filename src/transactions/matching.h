@@ -52,7 +52,8 @@ struct MatchPurchase
 struct MatchSale
 {
     qint64 ID = 0;
-    int symbol = 0; ///< index into Symbols()
+    int symbol = 0; ///< for SymbolOf
+    int name = 0;   ///< for NameOf
     bool isShort = false;
     bool deleted = false;
     Single Shares; ///< as stored; with its sign turned once matched, and lowered by the match
@@ -71,15 +72,19 @@ public:
     int SaleCount() const { return int(m_sales.size()); }
     const MatchSale &Sale(int sale) const { return m_sales[size_t(sale)]; }
     const QString &SymbolOf(const MatchSale &sale) const { return m_symbols[size_t(sale.symbol)]; }
-    /// The name that the sale's row bears; read from the file when asked for.
-    QString NameOf(const MatchSale &sale) const;
+    /// The name that the sale's row bears.
+    const QString &NameOf(const MatchSale &sale) const { return m_names[size_t(sale.name)]; }
     const std::vector<MatchPurchase> &PurchasesOf(const QString &symbol) const;
 
-    /// Matches a sale to its purchases and adds it to `result`. After an error neither has changed
-    /// in the file.
+    /// Matches a sale to its purchases and adds it to `result`; call it once for each sale. Throws
+    /// RuntimeError, "Overflow", when a sum leaves the range of its type; the file is untouched.
     void MatchCurrentSale(int sale, MatchResult &result);
     /// The sale's row goes with the next WriteBack.
     void DeleteSale(int sale) { m_sales[size_t(sale)].deleted = true; }
+
+    /// How many purchases all matching so far has looked at: it grows with the rows alone, however
+    /// many of them are used up.
+    qint64 PurchasesVisited() const { return m_visited; }
 
     /// Writes Shares and TransactionCost of the purchases touched and deletes the sales marked, in
     /// one transaction. A sale that was matched and not deleted keeps its row as it is stored.
@@ -97,8 +102,9 @@ private:
     void MatchSalesToPurchases(MatchSale &sale, MatchResult &result);
     void MatchSalesToPurchasesShort(MatchSale &sale, MatchResult &result);
 
-    const Connection *m_connection = nullptr;
     std::vector<QString> m_symbols; ///< sorted
+    std::vector<QString> m_names;
     std::vector<SymbolPurchases> m_purchases;
     std::vector<MatchSale> m_sales;
+    qint64 m_visited = 0;
 };

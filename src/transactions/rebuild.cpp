@@ -32,28 +32,35 @@ std::optional<ReplayedAction> ReplayedActionOf(const QString &description)
     return *found;
 }
 
-HistoryReplay::HistoryReplay(const PostingWork &work) : m_work(work)
-{
-    m_work.replayed = &m_book;
-}
+HistoryReplay::HistoryReplay(const PostingWork &work)
+    : m_clock(work.services.clock),
+      m_services{m_clock,
+                 work.services.dialogs,
+                 work.services.status,
+                 work.services.commands,
+                 work.services.lifetime,
+                 work.services.settingsStore,
+                 work.services.formats,
+                 work.services.appPath,
+                 work.services.showHelp},
+      m_work{work.rows, work.gRsLots, work.totals,       work.account, work.undo,
+             work.entry, work.gConnAccount, m_services, &m_book}
+{}
 
 void HistoryReplay::Begin()
 {
-    m_savedBalance = m_work.account.AccountBalance;
-    m_savedPriorBasis = Currency::FromDouble(m_work.totals.PriorBasisTotal.ToDouble());
-
-    const QDate today = m_work.services.clock.Today();
-    const QTime now = m_work.services.clock.TimeOfDay();
-    TrackerRecordset &rows = m_work.rows;
-    for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext())
-        ResetDailyTrackerRow(rows.Edit(), today, now);
-
     m_guard.emplace(m_work.gConnAccount);
     m_work.gConnAccount.Execute(QStringLiteral("DELETE FROM DailyProfitLoss"));
     m_work.gConnAccount.Execute(QStringLiteral("DELETE FROM PriceHistory"));
     // Only the connection that holds the transaction can write the lots at its end.
     m_work.gRsLots.Open(m_work.gConnAccount);
     m_work.gRsLots.BeginTrans();
+
+    const QDate today = m_clock.Today();
+    const QTime now = m_clock.TimeOfDay();
+    TrackerRecordset &rows = m_work.rows;
+    for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext())
+        ResetDailyTrackerRow(rows.Edit(), today, now);
 }
 
 void HistoryReplay::Run(const std::function<void(qint64)> &progress)
@@ -62,14 +69,14 @@ void HistoryReplay::Run(const std::function<void(qint64)> &progress)
     m_entry = TransactionEntry();
     m_entry.action = Action::Buy;
     m_entry.NumberOfShares = QStringLiteral("0");
-    m_entry.TransDate = m_work.services.clock.Today();
+    m_entry.TransDate = m_clock.Today();
 
     Statement statement = m_work.gConnAccount.Prepare(
         QStringLiteral("SELECT Symbol, Name, Description, Shares, TransactionCost, Price, Amount, "
                        "TransDate FROM History WHERE Symbol <> '' ORDER BY TransDate, Time, ID"));
-    qint64 row = 0;
+    m_row = 0;
     while (statement.Step()) {
-        progress(++row);
+        progress(++m_row);
         ReadRow(statement);
         FinishPosting(m_work, PostTransaction(m_work, m_entry, filler));
     }
@@ -84,8 +91,9 @@ void HistoryReplay::ReadRow(const Statement &statement)
     m_work.entry.Commission = -statement.Money(4);
 
     const QDate day = statement.Date(7);
-    m_work.entry.RebuildNewDay = day != m_entry.TransDate;
-    m_entry.TransDate = day;
+    m_work.entry.RebuildNewDay = day.isValid() && day != m_entry.TransDate;
+    if (m_work.entry.RebuildNewDay) // a row without a date belongs to the day before it
+        m_entry.TransDate = day;
 
     const std::optional<ReplayedAction> replayed = ReplayedActionOf(statement.Text(2));
     if (!replayed)
@@ -107,11 +115,10 @@ void HistoryReplay::ReadRow(const Statement &statement)
 
 void HistoryReplay::Commit()
 {
-    m_work.account.AccountBalance = m_savedBalance;
-    m_work.totals.PriorBasisTotal = Single::FromDouble(m_savedPriorBasis.ToDouble());
     m_work.rows.UpdateBatch();
     m_work.gRsLots.CommitTrans();
     m_book.Write(m_work.gConnAccount);
     m_guard->Commit();
     m_guard.reset();
+    m_work.undo.UndoLast.LotAdded = false; // no undo of what comes next may take a replayed lot
 }

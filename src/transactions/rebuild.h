@@ -3,13 +3,17 @@
 /// The replay of the History ledger: positions, lots and daily profit and loss are made anew by the
 /// posting sequence, row by row in the order of date and time. History itself is not touched.
 ///
-///     HistoryReplay replay(work, gConnAccount);
+///     HistoryReplay replay(work);
 ///     replay.Begin();       rows at zero, lots and DailyProfitLoss empty, in an open transaction
 ///     replay.Run(...);      every row of History
 ///     replay.Commit();      all of it reaches the file at once
 ///
-/// Until Commit the file is as it was; destroying the object before gives it back so. The balance is
-/// not moved: it, and PriorBasisTotal, are those of before Begin. Cost is linear in the ledger.
+/// Until Commit the file is as it was; destroying the object before then leaves it so, while the rows
+/// and lots in memory have to be opened anew. AccountBalance and PriorBasisTotal are not moved. Cost
+/// is linear in the ledger.
+///
+/// Rows and lots bear the time at which the replay began, all the same: lots of one day keep the order
+/// of their making, as their ID has it, also when midnight passes meanwhile.
 
 #include "transactions/entry.h"
 #include "transactions/profit_loss_book.h"
@@ -22,24 +26,48 @@ class HistoryReplay
 public:
     /// `work` and what it refers to must outlive the replay. RebuildMode has to be set already.
     explicit HistoryReplay(const PostingWork &work);
+    HistoryReplay(const HistoryReplay &) = delete;
+    HistoryReplay &operator=(const HistoryReplay &) = delete;
 
+    /// Throws RuntimeError when the store refuses the deletes.
     void Begin();
     /// Replays all rows. `progress` is called at each row with its number from 1; it may let events
     /// be handled. A failed posting shows its message and ends the program, as in the entry.
     void Run(const std::function<void(qint64 row)> &progress);
+    /// Writes rows, lots and DailyProfitLoss; throws RuntimeError when the store refuses them. The lots
+    /// stay open on gConnAccount: open them again on the connection they belong to.
     void Commit();
+    qint64 RowCount() const { return m_row; }
     /// The row being replayed, as the entry screen shows it.
     const TransactionEntry &Entry() const { return m_entry; }
 
 private:
+    /// Stands still for the length of the replay.
+    class StoppedClock : public Clock
+    {
+    public:
+        explicit StoppedClock(Clock &clock) : m_clock(clock), m_now(clock.Now()) {}
+        QDateTime Now() const override { return m_now; }
+        std::unique_ptr<ClockTimer> CreateTimer(std::function<void()> tick) override
+        {
+            return m_clock.CreateTimer(std::move(tick));
+        }
+        void Wait(std::chrono::milliseconds duration) override { m_clock.Wait(duration); }
+        void Yield() override { m_clock.Yield(); }
+
+    private:
+        Clock &m_clock;
+        QDateTime m_now;
+    };
     void ReadRow(const Statement &statement);
 
-    PostingWork m_work;
+    StoppedClock m_clock;
+    Services m_services;
     ProfitLossBook m_book;
+    PostingWork m_work;
     TransactionEntry m_entry;
+    qint64 m_row = 0;
     std::optional<WriteGuard> m_guard;
-    Currency m_savedBalance;
-    Currency m_savedPriorBasis;
 };
 
 /// How a ledger row is posted again: "Sold" as a Sell of minus its Shares. A "Dividend" becomes a

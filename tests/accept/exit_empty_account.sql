@@ -9,3 +9,4 @@ INSERT INTO DailyTracker (Symbol, Name, TransDate, Time) VALUES
     ('GRNVX', 'Greenvale Balanced Fund', '2026-03-02', '09:00:00.000'),
     ('VSTA', 'Vestara Airlines', '2026-03-02', '09:00:00.000');
 UPDATE DescriptiveTable SET Field01 = 100000000, Field04 = '2026-03-02' WHERE TableName = 'Balance';
+VACUUM INTO 'Empty.mdb';

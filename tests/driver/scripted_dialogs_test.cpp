@@ -109,6 +109,15 @@ TEST_F(TheScriptsBoxes, AreMatchedByTheirTextBeforeTheirTitle)
     EXPECT_FALSE(dialogs.UnmatchedBox());
 }
 
+TEST(ScriptedCommonDialogs, PickAFileAtOnceBeforeThoseThatAreQueued)
+{
+    ScriptedDialogs dialogs{[](const QString &reason) { throw Unanswered{reason}; }};
+    dialogs.QueueFile("/tmp/valid.mdb");
+    dialogs.PickNextFile("/tmp/foreign.mdb");
+    EXPECT_EQ(dialogs.PickFile({}), QString("/tmp/foreign.mdb"));
+    EXPECT_EQ(dialogs.PickFile({}), QString("/tmp/valid.mdb"));
+}
+
 TEST(ScriptedCommonDialogs, TakeTheirAnswersInTurn)
 {
     ScriptedDialogs dialogs{[](const QString &reason) { throw Unanswered{reason}; }};

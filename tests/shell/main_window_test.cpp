@@ -98,18 +98,20 @@ TEST(CommandTable, GivesEachMenuMnemonicsOfItsOwn)
     std::map<QString, std::set<QChar>> taken;
     for (const Command &command : CommandTable()) {
         const qsizetype at = command.Caption().indexOf('&');
-        if (at >= 0)
-            EXPECT_TRUE(
-                taken[command.Parent()].insert(command.Caption().at(at + 1).toLower()).second)
-                << command.name;
+        if (at < 0)
+            continue;
+        const QChar mnemonic = command.Caption().at(at + 1).toLower();
+        EXPECT_TRUE(taken[command.Parent()].insert(mnemonic).second) << command.name;
     }
 }
 
 TEST(CommandTable, ForwardsToCommandsThatAreThere)
 {
-    for (const Command &command : CommandTable())
-        if (command.verb == CommandVerb::Forward)
-            EXPECT_NE(FindCommand(command.Target()), nullptr) << command.name;
+    for (const Command &command : CommandTable()) {
+        if (command.verb != CommandVerb::Forward)
+            continue;
+        EXPECT_NE(FindCommand(command.Target()), nullptr) << command.name;
+    }
 }
 
 TEST(CommandTable, NamesACommandWithoutMnemonicAndDots)

@@ -4,6 +4,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QMessageBox>
 
 namespace
@@ -58,6 +59,19 @@ Answer AnswerOf(int button)
     }
 }
 
+/// A short text makes a narrow box, whose title would be cut between the frame's buttons.
+void MakeRoomForTitle(QMessageBox &box)
+{
+    constexpr int frameButtons = 12; // in characters
+    auto *grid = qobject_cast<QGridLayout *>(box.layout());
+    if (!grid)
+        return;
+    const QFontMetrics metrics = box.fontMetrics();
+    const int width = metrics.horizontalAdvance(box.windowTitle()) +
+                      frameButtons * metrics.horizontalAdvance(QLatin1Char('M'));
+    grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 /// A dialog above the hourglass shows the plain pointer.
 class PlainPointer
 {
@@ -90,6 +104,7 @@ Answer RealDialogs::MsgBox(const QString &text, int buttonsValue, const QString 
         box.addButton(button);
     const bool second = (buttonsValue & Box::SecondDefault) != 0 && buttons.size() > 1;
     box.setDefaultButton(buttons[second ? 1 : 0]);
+    MakeRoomForTitle(box);
     return AnswerOf(box.exec());
 }
 
