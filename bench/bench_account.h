@@ -58,7 +58,10 @@ public:
         return {rows, lots, totals, account, undo, entry, gConnAccount, services};
     }
 
-    static QString Symbol(int number) { return QStringLiteral("S%1").arg(number, 4, 10, QLatin1Char('0')); }
+    static QString Symbol(int number)
+    {
+        return QStringLiteral("S%1").arg(number, 4, 10, QLatin1Char('0'));
+    }
 
     QTemporaryDir m_folder;
     SimulatedClock clock{QDateTime(QDate(2026, 3, 2), QTime(10, 15))};
@@ -68,8 +71,8 @@ public:
     ThrowingLifetime lifetime;
     SettingsStore settingsStore{m_folder.filePath(QStringLiteral("settings.ini"))};
     Formats formats{QLocale(QLocale::English, QLocale::UnitedStates)};
-    Services services{clock,         dialogs, status,   commands, lifetime,
-                      settingsStore, formats, m_folder.path()};
+    Services services{clock,    dialogs,       status,  commands,
+                      lifetime, settingsStore, formats, m_folder.path()};
 
     Connection gConnAccount;
     Connection gConnUndo;

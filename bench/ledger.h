@@ -14,7 +14,11 @@
 /// How deep the lots lie at the end of 1,000,000 rows. Shallow: a sale takes a whole lot, and sales
 /// come as often as purchases once this many lots are open. Deep: a sale takes three shares of the
 /// ten of a lot, so that the open lots grow with the ledger and each sale stands before hundreds.
-enum class Lots { Shallow = 30, Deep = 850 };
+enum class Lots
+{
+    Shallow = 30,
+    Deep = 850
+};
 
 inline void WriteLedger(BenchAccount &bench, int rows, Lots depth)
 {
@@ -38,11 +42,11 @@ inline void WriteLedger(BenchAccount &bench, int rows, Lots depth)
         const double price = 20 + double(random.bounded(1000)) / 100;
         const Single shares = Single::FromFloat(float(buy ? 10 : -sold));
         const Currency cost("-9.95");
-        insert.BindAll(BenchAccount::Symbol(symbol), QStringLiteral("Name"),
-                       buy ? QStringLiteral("Bought") : QStringLiteral("Sold"), shares, cost,
-                       Currency::FromDouble(price),
-                       Currency::FromDouble(-shares.ToDouble() * price) + cost,
-                       QDate(2016, 1, 4).addDays(i / perDay), QTime(10, 0).addMSecs(i % perDay * 50));
+        insert.BindAll(
+            BenchAccount::Symbol(symbol), QStringLiteral("Name"),
+            buy ? QStringLiteral("Bought") : QStringLiteral("Sold"), shares, cost,
+            Currency::FromDouble(price), Currency::FromDouble(-shares.ToDouble() * price) + cost,
+            QDate(2016, 1, 4).addDays(i / perDay), QTime(10, 0).addMSecs(i % perDay * 50));
         insert.Step();
         insert.Reset();
     }

@@ -1,7 +1,8 @@
 #pragma once
 
-/// The floor under rebuild and matching: the same rows read in order by bare SQLite, matched by a bare
-/// loop over structs, and written back by bare statements. No dates, texts or rules beyond that.
+/// The floor under rebuild and matching: the same rows read in order by bare SQLite, matched by a
+/// bare loop over structs, and written back by bare statements. No dates, texts or rules beyond
+/// that.
 
 #include "ledger.h"
 

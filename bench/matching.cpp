@@ -1,5 +1,5 @@
-/// The matching of all sales of 10,000, 100,000 and 1,000,000 rows of History to their purchases, for
-/// figures only, with shallow and deep lots, beside its floor in the same run.
+/// The matching of all sales of 10,000, 100,000 and 1,000,000 rows of History to their purchases,
+/// for figures only, with shallow and deep lots, beside its floor in the same run.
 
 #include "ledger_floor.h"
 

@@ -1,5 +1,5 @@
-/// The rebuild of an account from 10,000, 100,000 and 1,000,000 rows of History, with shallow and deep
-/// lots, beside its floor in the same run. An argument limits the number of rows.
+/// The rebuild of an account from 10,000, 100,000 and 1,000,000 rows of History, with shallow and
+/// deep lots, beside its floor in the same run. An argument limits the number of rows.
 
 #include "ledger_floor.h"
 

@@ -2,9 +2,8 @@
 
 /// Why a script ends before its last line. The exit status tells the two kinds apart:
 ///
-///     throw Failed("the button is disabled");       status 1: the program is not as the script
-///     expects throw ScriptWrong("no command \"clik\"");     status 2: no program could carry this
-///     line out
+///     throw Failed("the button is disabled");       1: the program is not as the script expects
+///     throw ScriptWrong("no command \"clik\"");     2: no program could carry this line out
 
 #include <QString>
 

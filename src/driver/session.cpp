@@ -3,6 +3,7 @@
 #include "driver/failure.h"
 #include "shell/application.h"
 #include "shell/command_table.h"
+#include "shell/screen_registry.h"
 #include "shell/status_bar.h"
 
 #include <QAction>
@@ -76,8 +77,7 @@ void Session::Leave(int status)
     std::_Exit(status);
 }
 
-// --- the run
-// ----------------------------------------------------------------------------------------
+// --- the run -------------------------------------------------------------------------------------
 
 void Session::Launch()
 {
@@ -130,8 +130,7 @@ Application &Session::Program()
     return *m_application;
 }
 
-// --- forms and controls
-// -----------------------------------------------------------------------------
+// --- forms and controls --------------------------------------------------------------------------
 
 QWidget *Session::Form(const QString &name)
 {
@@ -169,7 +168,7 @@ bool Session::IsLoaded(const QString &form)
         return false;
     if (form == mainWindow)
         return true;
-    if (!m_application->Host().Has(form))
+    if (!m_application->Host().Has(form) && !IsScreenToCome(form))
         throw ScriptWrong(QStringLiteral("no form \"%1\"").arg(form));
     return m_application->Host().Loaded(form);
 }
@@ -183,8 +182,7 @@ QStringList Session::StatusPanels()
     return texts;
 }
 
-// --- menus, popups, toolbar
-// -------------------------------------------------------------------------
+// --- menus, popups, toolbar ----------------------------------------------------------------------
 
 void Session::TriggerMenu(const QString &name)
 {

@@ -62,6 +62,7 @@ public:
     QWidget *LoadedForm(const QString &name);
     /// By `form.control`; as Form.
     QWidget *Control(const QString &name);
+    /// ScriptWrong for a name the program does not know.
     bool IsLoaded(const QString &form);
     /// The panels of the status bar; the fourth is the file name of its picture.
     QStringList StatusPanels();

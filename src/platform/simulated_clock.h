@@ -2,10 +2,9 @@
 
 /// A clock that stands still until it is moved: the driver's and the tests'.
 ///
-///     clock.Set(QDateTime(...));   jumps; no timer fires for the jump
-///     clock.Advance(65s);          fires every timer that falls due, in order, each at its own
-///     time clock.Wait(2500ms);          moves by that much at once, as Advance, and lets events be
-///     handled
+///     clock.Set(QDateTime(...));   jumps; no timer fires for it
+///     clock.Advance(65s);          fires every timer that falls due, each at its own time
+///     clock.Wait(2500ms);          advances, and lets events be handled
 ///
 /// A running timer that a jump leaves behind starts its interval anew from the time it is set to.
 

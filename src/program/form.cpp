@@ -33,6 +33,15 @@ void Form::OnClick(QAbstractButton *button, std::function<void()> handler)
     });
 }
 
+QPushButton *Form::MakeButton(const char *name, const char *caption)
+{
+    auto *button = new QPushButton(QString::fromUtf8(caption), this);
+    button->setObjectName(QString::fromUtf8(name));
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAutoDefault(false);
+    return button;
+}
+
 void Form::UnloadMe()
 {
     m_program.screens.Unload(objectName());

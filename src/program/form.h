@@ -11,9 +11,10 @@
 ///         void OnUnload() override;                 when it goes
 ///     };
 ///
-/// A screen is created, loaded, shown and unloaded by Screens alone. Its event handlers are connected
-/// with On(), which keeps errors from travelling through the event loop: an error that no handler of
-/// the action has shown is shown with its number and description, and the end of the program passes.
+/// A screen is created, loaded, shown and unloaded by Screens alone. Its event handlers are
+/// connected with On(), which keeps errors from travelling through the event loop: an error that no
+/// handler of the action has shown is shown with its number and description, and the end of the
+/// program passes.
 
 #include "program/program.h"
 
@@ -25,7 +26,13 @@
 
 /// Where a screen stands: a child of the main window's area, a dialog, a small window that stays on
 /// top of all, or nowhere (the price cycle).
-enum class Placement { Child, Dialog, OnTop, Hidden };
+enum class Placement
+{
+    Child,
+    Dialog,
+    OnTop,
+    Hidden
+};
 
 /// Runs a handler of an event; see Form. Returns false when the program has ended in it.
 bool RunGuarded(Program &program, const std::function<void()> &handler);
@@ -56,6 +63,9 @@ public:
         });
     }
     void OnClick(QAbstractButton *button, std::function<void()> handler);
+    /// A push button that takes the focus by Tab alone: a click does not leave the field in use, whose
+    /// checks would keep the user from Close or Help. The handler moves the focus where it has to.
+    QPushButton *MakeButton(const char *name, const char *caption);
     void Guarded(const std::function<void()> &handler) { RunGuarded(m_program, handler); }
 
 protected:

@@ -67,8 +67,7 @@ public:
     explicit KeptBalance(Program &program)
         : m_program(program), m_balance(program.account.AccountBalance),
           m_priorBasis(Currency::FromDouble(program.totals.PriorBasisTotal.ToDouble()))
-    {
-    }
+    {}
     void Restore() const
     {
         m_program.account.AccountBalance = m_program.account.DayBalance =
@@ -177,11 +176,10 @@ bool RebuildFromHistory(Program &program, const KeptBalance &balance)
 void ShowFailure(Program &program, const RuntimeError &error, const KeptBalance &balance)
 {
     program.entry.RebuildMode = false;
-    program.services.dialogs.MsgBox(
-        QStringLiteral("An error has occured while using the Wizard!\n"
-                       "Restore your portfolio using your backup.\n") +
-            ErrorLines(error),
-        Box::Stop, WizardTitle());
+    program.services.dialogs.MsgBox(QStringLiteral("An error has occured while using the Wizard!\n"
+                                                   "Restore your portfolio using your backup.\n") +
+                                        ErrorLines(error),
+                                    Box::Stop, WizardTitle());
     program.gRsLots.Close();
     program.AdodcStockHistory.Close(); // half built rows must not reach the file
     ReopenAccount(program);
@@ -226,9 +224,8 @@ void StartRebuildFromHistory(Program &program)
         program.screens.Show(QStringLiteral("frmDailyTracker"));
     if (!BackupIsSettled(program))
         return;
-    const auto leave = qScopeGuard([&] {
-        entry.RebuildMode = entry.RebuildRunning = entry.RebuildNewDay = false;
-    });
+    const auto leave = qScopeGuard(
+        [&] { entry.RebuildMode = entry.RebuildRunning = entry.RebuildNewDay = false; });
     if (program.services.dialogs.MsgBox(QStringLiteral("Continue to re-build from history?"),
                                         Box::YesNo + Box::Question, WizardTitle()) != Answer::Yes) {
         program.screens.Unload(EntryForm);

@@ -1,10 +1,10 @@
 #pragma once
 
-/// The wizard that makes an account's positions anew from its ledger: the questions, the reopening of
-/// the account and what the user sees of the replay (transactions/rebuild.h).
+/// The wizard that makes an account's positions anew from its ledger: the questions, the reopening
+/// of the account and what the user sees of the replay (transactions/rebuild.h).
 ///
-/// Nothing of it reaches the account's file before the replay has come to its end; a crash or an error
-/// on the way leaves the account as it was.
+/// Nothing of it reaches the account's file before the replay has come to its end; a crash or an
+/// error on the way leaves the account as it was.
 
 #include "program/program.h"
 
@@ -20,7 +20,8 @@ public:
     virtual bool IsPosting() const = 0;
 };
 
-/// From the Wizard button of the entry screen or the toolbar. Nothing happens while one is running or
-/// a posting is under way. AccountBalance and PriorBasisTotal come out as they went in. A failure is
-/// shown and leaves the account as it was, but for what was still to be undone: that is dropped.
+/// From the Wizard button of the entry screen or the toolbar. Nothing happens while one is running
+/// or a posting is under way. AccountBalance and PriorBasisTotal come out as they went in. A
+/// failure is shown and leaves the account as it was, but for what was still to be undone: that is
+/// dropped.
 void StartRebuildFromHistory(Program &program);

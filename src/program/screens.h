@@ -2,7 +2,7 @@
 
 /// The screens by name. One screen opens another through this, and never includes it.
 ///
-///     screens.Show("frmTransactionUpdate");           loads it when it is not, brings it to the front
+///     screens.Show("frmTransactionUpdate");           loads it if need be, brings it to the front
 ///     screens.ShowModal("frmSecurityUpdate");         comes back when it is closed
 ///     if (screens.Loaded("frmInternetTran")) ...
 

@@ -22,8 +22,8 @@ constexpr Command Table[] = {
     {"mnuFLSCActive", "&Active", "mnuFLScreenPrint", Entry, Own},
     {"mnuFline2", "", "mnuFile", Separator},
     {"mnuFLDatabaseOptions", "&Database Options...", "mnuFile", Menu},
-    {"mnuFLBackup", "&Backup", "mnuFLDatabaseOptions", Entry, Own},
-    {"mnuFLRestore", "&Restore from Backup", "mnuFLDatabaseOptions", Entry, Own},
+    {"mnuFLBackup", "&Backup", "mnuFLDatabaseOptions", Entry, Own, "frmBackupRestore"},
+    {"mnuFLRestore", "&Restore from Backup", "mnuFLDatabaseOptions", Entry, Own, "frmBackupRestore"},
     {"mnuFLCompactDBA", "&Compact Database", "mnuFile", Entry, Own},
     {"mnuFline3", "", "mnuFile", Separator},
     {"mnuFLUserSetup", "S&ettings...", "mnuFile", Entry, ModalScreen, "frmUserSetup"},
@@ -96,9 +96,8 @@ constexpr Command Table[] = {
 
     {"mnuHelp", "&Help", "", Menu},
     {"mnuHelpTopics", "&Help Topics", "mnuHelp", Entry, Own},
-    {"mnuQuillonHome", "&Quillon Home Page", "mnuHelp", Entry, Link},
-    {"mnuHelpline1", "", "mnuHelp", Separator},
     {"mnuHelpAbout", "&About...", "mnuHelp", Entry, ModalScreen, "frmAbout"},
+    {"mnuQuillonHome", "&Quillon Home Page", "mnuHelp", Entry, Link},
 
     {"popDailyTracker", "Daily Tracker Pop Menu", "", Popup},
     {"popDTNew", "New...", "popDailyTracker", Entry, ToScreen, "frmDailyTracker"},
@@ -195,7 +194,8 @@ void RegisterCommands(CommandStates &states)
 {
     for (const Command &command : Table) {
         states.SetCaption(command.Name(), command.Caption());
-        states.SetEnabled(command.Name(), true);
+        // Nothing was posted yet that could be undone.
+        states.SetEnabled(command.Name(), qstrcmp(command.name, "UndoLast") != 0);
         states.SetChecked(command.Name(), false);
     }
 }

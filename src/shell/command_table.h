@@ -57,7 +57,7 @@ std::span<const Command> CommandTable();
 /// Nothing when there is no command of this name.
 const Command *FindCommand(const QString &name);
 
-/// Enters every command with its caption, enabled and unchecked.
+/// Enters every command with its caption, unchecked, and enabled but for UndoLast.
 void RegisterCommands(CommandStates &states);
 /// Whether the user can reach the command: it is enabled, and so are the menus above it.
 bool CommandUsable(const CommandStates &states, const QString &name);

@@ -38,6 +38,22 @@ QString WordsOf(const QString &form)
     return words;
 }
 
+/// The screen that a command opens; a button or popup entry opens that of the entry it stands for.
+QString ScreenOf(const QString &name)
+{
+    const Command *command = FindCommand(name);
+    while (command && command->verb == CommandVerb::Forward)
+        command = FindCommand(command->Target());
+    return command ? command->Target() : QString();
+}
+
+/// The buttons that reach into the account by another way than the menus.
+bool NeedsSignOn(const QString &button)
+{
+    return button == QLatin1String("Setup") || button == QLatin1String("SaveAs") ||
+           button == QLatin1String("Wizard");
+}
+
 } // namespace
 
 Commands::Commands(Program &program, ScreenHost &host, AccountFiles &accountFiles,
@@ -70,6 +86,10 @@ void Commands::Run(const QString &name)
     if (!command)
         throw RuntimeError(RuntimeError::InvalidArgumentNumber,
                            QStringLiteral("There is no command ") + name);
+    // The toolbar stays as it is when the sign-on was cancelled, while the menus are disabled.
+    if (NeedsSignOn(name) &&
+        !CommandUsable(m_program.services.commands, QStringLiteral("mnuFLUserSetup")))
+        return;
     const QScopedValueRollback chosen(m_chosen, name);
     Carry(*command);
 }
@@ -107,10 +127,6 @@ void Commands::Carry(const Command &command)
         RunOnScreen(name, target);
         return;
     case CommandVerb::Forward:
-        // A button does what its menu entry does: neither when the account was not signed on to.
-        if ((name == QLatin1String("Setup") || name == QLatin1String("SaveAs")) &&
-            !CommandUsable(m_program.services.commands, target))
-            return;
         Carry(*FindCommand(target));
         return;
     case CommandVerb::None:
@@ -138,9 +154,10 @@ bool Commands::SymbolSelected(const QString &message)
 
 void Commands::PostNotBuilt(const QString &form)
 {
-    const QString what = m_chosen.isEmpty()
-                             ? WordsOf(form)
-                             : PlainCaption(m_program.services.commands.Caption(m_chosen));
+    // A start-up screen comes up in the course of another command, which is built.
+    const bool isChosen = !m_chosen.isEmpty() && (form.isEmpty() || form == ScreenOf(m_chosen));
+    const QString what =
+        isChosen ? PlainCaption(m_program.services.commands.Caption(m_chosen)) : WordsOf(form);
     m_program.services.status.Post(what + QStringLiteral(" is not built yet"));
 }
 

@@ -1,6 +1,7 @@
 #include "shell/help_window.h"
 
 #include <QFileInfo>
+#include <QShortcut>
 #include <QUrl>
 
 HelpWindow::HelpWindow(const QString &folder) : m_folder(folder)
@@ -10,6 +11,7 @@ HelpWindow::HelpWindow(const QString &folder) : m_folder(folder)
     setAccessibleName(windowTitle());
     setAttribute(Qt::WA_QuitOnClose, false);
     resize(760, 560);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::hide);
 }
 
 bool HelpWindow::ShowTopic(const QString &topic)

@@ -22,8 +22,7 @@ MainRoutine::MainRoutine(Program &program, frmMDIMain &window, ScreenHost &host,
     m_program.tmrLogoff->SetEnabled(false);
 }
 
-// --- start
-// ------------------------------------------------------------------------------------------
+// --- start ---------------------------------------------------------------------------------------
 
 void MainRoutine::Main()
 {
@@ -67,8 +66,7 @@ void MainRoutine::tmrLogoff_Timer()
     m_window.UpdateStatusBar();
 }
 
-// --- an account comes up
-// ----------------------------------------------------------------------------
+// --- an account comes up -------------------------------------------------------------------------
 
 void MainRoutine::OpenAccount()
 {
@@ -113,6 +111,7 @@ void MainRoutine::ReadAndOpen()
     OpenStartupScreens();
     ArrangeAtStartup();
     commands.SetEnabled(QStringLiteral("UndoLast"), false);
+    m_window.UpdateStatusBar(); // no screen may have come up to do it
 }
 
 void MainRoutine::OpenStartupScreens()
@@ -146,8 +145,7 @@ void MainRoutine::ArrangeAtStartup()
         m_host.Arrange(2);
 }
 
-// --- an account goes
-// --------------------------------------------------------------------------------
+// --- an account goes -----------------------------------------------------------------------------
 
 void MainRoutine::CloseAllScreens()
 {
@@ -166,10 +164,9 @@ void MainRoutine::CloseAllScreens()
             m_host.Unload(QString::fromUtf8(screen.form));
 
     // The price cycle goes twice: the screens that suspend it load it again when they go.
-    for (const char *form :
-         {"frmDeleteOptions", "frmDateSelect", "frmUserSetup", "frmChartScreen", "frmInternetTran",
-          "frmQuoteServerUpdate", "frmTransactionUpdate", "frmPortfolioSelect",
-          "frmInternetTran"}) {
+    for (const char *form : {"frmDeleteOptions", "frmDateSelect", "frmUserSetup", "frmChartScreen",
+                             "frmInternetTran", "frmQuoteServerUpdate", "frmTransactionUpdate",
+                             "frmPortfolioSelect", "frmInternetTran"}) {
         const QString name = QString::fromUtf8(form);
         // A rebuild presses the buttons of the entry screen, and needs it all the while.
         if (name == QLatin1String("frmTransactionUpdate") && m_program.entry.RebuildRunning)
@@ -179,8 +176,7 @@ void MainRoutine::CloseAllScreens()
     CloseDatabases(m_program.databases);
 }
 
-// --- exit
-// -------------------------------------------------------------------------------------------
+// --- exit ----------------------------------------------------------------------------------------
 
 bool MainRoutine::QueryUnload()
 {

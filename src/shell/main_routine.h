@@ -5,8 +5,8 @@
 ///     Main             settings, databases, splash, main window, OpenAccount, tip, idle logoff
 ///     OpenAccount      control rows, sign-on, start-up screens; again for every change of account
 ///     CloseAllScreens  screens, then databases; before every change of account
-///     QueryUnload      the exit's reminders; its CloseAllScreens runs even when the exit is
-///     cancelled Unload           settings, automatic compaction
+///     QueryUnload      the exit's reminders; closes the screens even when the exit is cancelled
+///     Unload           settings, automatic compaction
 
 #include "program/program.h"
 
@@ -34,7 +34,6 @@ public:
 private:
     void ShowSplash();
     void ReadAndOpen();
-    void SignOn();
     void OpenStartupScreens();
     void ArrangeAtStartup();
     bool RemindOfBackup();

@@ -43,8 +43,7 @@ void ScreenHost::Register(const QString &form, Factory factory, const QString &v
     m_known.insert(form, {std::move(factory), viewEntry});
 }
 
-// --- loading and showing
-// ----------------------------------------------------------------------------
+// --- loading and showing -------------------------------------------------------------------------
 
 bool ScreenHost::Show(const QString &form)
 {
@@ -190,8 +189,7 @@ void ScreenHost::OnChildActivated(QMdiSubWindow *subWindow)
     }
 }
 
-// --- unloading
-// --------------------------------------------------------------------------------------
+// --- unloading -----------------------------------------------------------------------------------
 
 bool ScreenHost::Unload(const QString &form)
 {
@@ -265,8 +263,7 @@ void ScreenHost::DestroyAll()
     m_loaded.clear();
 }
 
-// --- what is there
-// ----------------------------------------------------------------------------------
+// --- what is there -------------------------------------------------------------------------------
 
 ScreenHost::LoadedScreen *ScreenHost::Entry(const QString &form) const
 {

@@ -7,6 +7,9 @@
 #include "transactions/frm_security_update.h"
 #include "transactions/frm_transaction_update.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace
 {
 
@@ -19,7 +22,22 @@ void Register(ScreenHost &host, const char *name, const char *viewEntry = "")
         QString::fromUtf8(viewEntry));
 }
 
+constexpr const char *ScreensToCome[] = {
+    "frmAbout",           "frmBackupRestore",       "frmChartScreen",
+    "frmDailyProfitLoss", "frmDateSelect",          "frmDeleteOptions",
+    "frmHistoryList",     "frmHistoricalPriceList", "frmInternetTran",
+    "frmNewVersion",      "frmPlotSelection",       "frmPortfolioSelect",
+    "frmProgressBar",     "frmPurchaseList",        "frmTipOfDay",
+    "frmUserSetup",       "frmQuoteServerUpdate",   "frmWebBrowser",
+    "frmWebLogin"};
+
 } // namespace
+
+bool IsScreenToCome(const QString &form)
+{
+    return std::any_of(std::begin(ScreensToCome), std::end(ScreensToCome),
+                       [&](const char *name) { return form == QLatin1String(name); });
+}
 
 void RegisterScreens(ScreenHost &host)
 {

@@ -97,7 +97,11 @@ private:
 
 /// When a commit is safe against a power failure: at once, or with the next commit of another
 /// connection to the file that is. Either way it is there whole or not at all.
-enum class Durability { AtOnce, WithNextSync };
+enum class Durability
+{
+    AtOnce,
+    WithNextSync
+};
 
 class Connection
 {

@@ -2,10 +2,10 @@
 
 /// The control rows of an account: rows of DescriptiveTable, one of each kind.
 ///
-///     Balance     running balance, tracker day, last price update, version stamp, days of use,
-///     style Style1..5   figures of a commission style; only the style in force is read WebSite
-///     minutes between price updates, name of the quote site Security    login, shifted password,
-///     logoff
+///     Balance      running balance, tracker day, last price update, days of use, version, style
+///     Style1..5    figures of a commission style; only the style in force is read
+///     WebSite      minutes between price updates, name of the quote site
+///     Security     login, shifted password, logoff
 ///
 /// A row is written as an insert, or as an update of the fields named here when it is there
 /// already.

@@ -81,9 +81,8 @@ void LoadWebParameters(Databases &databases, Settings &settings, AccountState &a
 {
     Recordset &sites = databases.gRsWebParameters;
     try {
-        sites.Open(databases.gConnWebSites,
-                   {QStringLiteral("*"), QStringLiteral("WebParameters"),
-                    QStringLiteral("ORDER BY WebSiteName")});
+        sites.Open(databases.gConnWebSites, {QStringLiteral("*"), QStringLiteral("WebParameters"),
+                                             QStringLiteral("ORDER BY WebSiteName")});
         if (account.CurrentWebSiteName.trimmed().isEmpty()) {
             const int id = sites.Column(QStringLiteral("ID"));
             const int name = sites.Column(QStringLiteral("WebSiteName"));

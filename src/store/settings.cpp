@@ -56,16 +56,18 @@ void VisitAll(Visitor &visit, Settings &s)
     visit.Number("HistPriceMonths", s.HistPriceMonths);
     visit.Number("KeepPortfolioData", s.KeepPortfolioData);
 
-    const auto components = [&visit](const char *name, Settings::Components &color) {
-        const QByteArray base = name;
-        visit.Component(base + "Red", color.Red);
-        visit.Component(base + "Green", color.Green);
-        visit.Component(base + "Blue", color.Blue);
-    };
-    components("ChartBack", s.ChartBack);
-    components("ChartWall", s.ChartWall);
-    components("ChartBase", s.ChartBase);
-    components("ChartSeries", s.ChartSeries);
+    visit.Component("ChartBackRed", s.ChartBack.Red);
+    visit.Component("ChartBackGreen", s.ChartBack.Green);
+    visit.Component("ChartBackBlue", s.ChartBack.Blue);
+    visit.Component("ChartWallRed", s.ChartWall.Red);
+    visit.Component("ChartWallGreen", s.ChartWall.Green);
+    visit.Component("ChartWallBlue", s.ChartWall.Blue);
+    visit.Component("ChartBaseRed", s.ChartBase.Red);
+    visit.Component("ChartBaseGreen", s.ChartBase.Green);
+    visit.Component("ChartBaseBlue", s.ChartBase.Blue);
+    visit.Component("ChartSeriesRed", s.ChartSeries.Red);
+    visit.Component("ChartSeriesGreen", s.ChartSeries.Green);
+    visit.Component("ChartSeriesBlue", s.ChartSeries.Blue);
     visit.Color("DTDataGridColor", s.DTDataGridColor);
     visit.Color("DTTotalGridColor", s.DTTotalGridColor);
     visit.Color("DTBalanceColColor", s.DTBalanceColColor);

@@ -3,7 +3,7 @@
 /// The user's preferences, which hold for all accounts. The program works on this struct alone;
 /// LoadSettings fills it at the start, SaveSettings writes all of it back in one piece.
 ///
-/// Flags told as 0 or 1 in the file are whole numbers here too; dates are written in the short form
+/// Flags that are 0 or 1 in the file are whole numbers here too; dates are written in the short form
 /// of the user's locale.
 
 #include "base/dates.h"

@@ -120,19 +120,10 @@ void frmSecurityUpdate::BuildClassesTab()
 
 void frmSecurityUpdate::BuildButtons()
 {
-    const auto button = [this](const char *name, const char *caption) {
-        auto *made = new QPushButton(QString::fromUtf8(caption), this);
-        made->setObjectName(QString::fromUtf8(name));
-        // A click on Close gives up the field that is being typed in, and does not leave it first:
-        // to leave it would carry the new symbol through all tables.
-        made->setFocusPolicy(Qt::TabFocus);
-        made->setAutoDefault(false);
-        return made;
-    };
-    cmdOK = button("cmdOK", "&OK");
+    cmdOK = MakeButton("cmdOK", "&OK");
     cmdOK->setDefault(true);
-    cmdClose = button("cmdClose", "&Close");
-    cmdHelp = button("cmdHelp", "&Help");
+    cmdClose = MakeButton("cmdClose", "&Close");
+    cmdHelp = MakeButton("cmdHelp", "&Help");
 }
 
 void frmSecurityUpdate::ConnectControls()

@@ -62,6 +62,10 @@ void frmTransactionUpdate::OnUnload()
 {
     m_unloading = true;
     m_program.SelectionChanged = nullptr;
+    // A refused entry leaves the tracker's selection where it was; with the screen gone, a double
+    // click must not open it for the security of before.
+    if (!ActionClickBlocked)
+        m_program.entry.PostingInProgress = false;
     m_priceCyclePause.Resume(m_program);
 }
 

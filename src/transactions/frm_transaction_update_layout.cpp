@@ -67,21 +67,12 @@ void frmTransactionUpdate::BuildControls()
 
 void frmTransactionUpdate::BuildButtons()
 {
-    const auto button = [this](const char *name, const char *caption) {
-        auto *made = new QPushButton(QString::fromUtf8(caption), this);
-        made->setObjectName(QString::fromUtf8(name));
-        // A click leaves the field where the button asks for it alone: a price that is still wrong
-        // keeps nobody from Close or Help.
-        made->setFocusPolicy(Qt::TabFocus);
-        made->setAutoDefault(false);
-        return made;
-    };
-    cmdOK = button("cmdOK", "&OK");
+    cmdOK = MakeButton("cmdOK", "&OK");
     cmdOK->setDefault(true);
-    cmdClose = button("cmdClose", "&Close");
-    cmdHelp = button("cmdHelp", "&Help");
-    cmdUndoLast = button("cmdUndoLast", "&Undo Last");
-    cmdWizard = button("cmdWizard", "&Wizard");
+    cmdClose = MakeButton("cmdClose", "&Close");
+    cmdHelp = MakeButton("cmdHelp", "&Help");
+    cmdUndoLast = MakeButton("cmdUndoLast", "&Undo Last");
+    cmdWizard = MakeButton("cmdWizard", "&Wizard");
 }
 
 void frmTransactionUpdate::BuildLayout()

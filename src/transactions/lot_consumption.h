@@ -2,8 +2,8 @@
 
 /// What a sale takes from the lots of a symbol, and what a cover takes from its short lots.
 ///
-///     lots 100 @ 10, 100 @ 20; sell 150 @ 30       RealizedGain 2,500, AverageCost 20, left 50 @
-///     20 lots -100 @ 50, -100 @ 60; cover 50 @ 40     RealizedGain -500, AverageCost 56.6667
+///     lots 100 @ 10, 100 @ 20; sell 150 @ 30          RealizedGain 2,500, AverageCost 20
+///     lots -100 @ 50, -100 @ 60; cover 50 @ 40        RealizedGain -500, AverageCost 56.6667
 ///
 /// The gain comes from the prices of the lots taken, not from the average. Shares beyond the open
 /// lots are dropped. A lot that reaches zero is removed, and with it any lot of no shares that an

@@ -209,10 +209,13 @@ void PurchaseLots::WriteChanges()
             guard.emplace(*m_connection);
         return *m_connection;
     };
-    for (auto stored = m_stored.constBegin(); stored != m_stored.constEnd(); ++stored) {
+    QStringList symbols = m_stored.keys();
+    symbols.sort(); // so that equal changes give equal IDs
+    for (const QString &symbol : std::as_const(symbols)) {
         // Sales take from the front and purchases add at the end: mostly all in between is the same.
-        std::span<const Lot> before(stored.value());
-        std::span<Lot> now(m_lots[stored.key()]);
+        const std::vector<Lot> &stored = *m_stored.constFind(symbol);
+        std::span<const Lot> before(stored);
+        std::span<Lot> now(m_lots[symbol]);
         while (!before.empty() && !now.empty() && before.front() == now.front()) {
             before = before.subspan(1);
             now = now.subspan(1);
@@ -229,7 +232,7 @@ void PurchaseLots::WriteChanges()
                 connection().Execute(
                     QStringLiteral("INSERT INTO PriceHistory (Symbol, Shares, PurchasePrice, "
                                    "TransDate, Time) VALUES (?, ?, ?, ?, ?)"),
-                    stored.key(), lot.Shares, lot.PurchasePrice, lot.TransDate, lot.Time);
+                    symbol, lot.Shares, lot.PurchasePrice, lot.TransDate, lot.Time);
                 inserted.push_back({&lot, m_connection->LastInsertId()});
                 continue;
             }

@@ -3,8 +3,7 @@
 /// Open purchase lots of an account, taken first in, first out.
 ///
 ///     100 ACME @ 10.0000   5 January       sell 150 at 30:
-///     100 ACME @ 20.0000   2 February      gain (30-10)*100 + (30-20)*50 = 2,500; left 50
-///     @ 20.0000
+///     100 ACME @ 20.0000   2 February      gain (30-10)*100 + (30-20)*50 = 2,500; left 50 @ 20
 ///
 /// A lot is a PriceHistory row; negative Shares are a short sale; commission stays out of it.
 ///

@@ -45,7 +45,8 @@ private:
 };
 
 /// Rows come in the order of their IDs, which is mostly that of their dates already.
-template <class Row> void SortByDate(std::vector<Row> &rows)
+template <class Row>
+void SortByDate(std::vector<Row> &rows)
 {
     const auto earlier = [](const Row &left, const Row &right) {
         return std::tie(left.TransDate, left.Time, left.ID) <
@@ -95,8 +96,8 @@ void GainMatching::OpenMatchingRecordsets(const Connection &gConnAccount)
         }
         if (side.purchase)
             found[symbol].rows.push_back({statement.Int64(0), statement.ShareCount(3),
-                                          statement.Money(4), statement.Money(5),
-                                          statement.Date(7), statement.Time(8)});
+                                          statement.Money(4), statement.Money(5), statement.Date(7),
+                                          statement.Time(8)});
         if (side.sale)
             sales[symbol].push_back({statement.Int64(0), 0, names.Of(statement.Utf8(9)),
                                      side.isShort, false, statement.ShareCount(3),
@@ -164,8 +165,8 @@ void GainMatching::MatchToPurchases(MatchSale &sale, SymbolPurchases &purchases,
                                     QDate &dateAcquired, Currency &moneySide)
 {
     const auto pay = [&moneySide](Single shares, Currency price) {
-        moneySide =
-            Currency::FromDouble(-1.0 * shares.ToDouble() * price.ToDouble() + moneySide.ToDouble());
+        moneySide = Currency::FromDouble(-1.0 * shares.ToDouble() * price.ToDouble() +
+                                         moneySide.ToDouble());
     };
     std::vector<MatchPurchase> &rows = purchases.rows;
     for (size_t i = purchases.firstOpen; i < rows.size() && !sale.Shares.IsZero(); ++i) {

@@ -1,16 +1,16 @@
 #pragma once
 
-/// Which purchases a sale closed, and what they cost: from the History ledger alone, oldest purchase
-/// first, independently of the open lots. Tax reports ask for figures only; purge and deletes keep
-/// what the matching used up.
+/// Which purchases a sale closed, and what they cost: from the History ledger alone, oldest
+/// purchase first, independently of the open lots. Tax reports ask for figures only; purge and
+/// deletes keep what the matching used up.
 ///
 ///     Bought 100 @ 10, cost -5; Sold 100 @ 12, Amount 1,195
-///         ProceedsSide 1,195, CostSide -1,005, gain 190; the purchase is left with 0 shares, cost 0
+///         ProceedsSide 1,195, CostSide -1,005, gain 190; left of the purchase: 0 shares, cost 0
 ///
-/// Purchases ("Bought...", "...Sale...") open a position, sales ("Sold...", "...Cover...") close one.
-/// Reinvested shares are on neither side. A purchase's commission counts once and in whole, with the
-/// first sale that touches it. Whether a purchase is later than the sale is not looked at; shares
-/// beyond all purchases stay unmatched.
+/// Purchases ("Bought...", "...Sale...") open a position, sales ("Sold...", "...Cover...") close
+/// one. Reinvested shares are on neither side. A purchase's commission counts once and in whole,
+/// with the first sale that touches it. Whether a purchase is later than the sale is not looked at;
+/// shares beyond all purchases stay unmatched.
 ///
 /// The rows are copies, in the order of Symbol, TransDate, Time and ID; the file changes with
 /// WriteBack alone. Cost is linear in the rows: a used-up purchase is never visited again.

@@ -1,7 +1,7 @@
 #pragma once
 
-/// DailyProfitLoss of a whole replay, gathered in memory and written in one piece. Each Post has the
-/// outcome of PostDailyProfitLoss: inserted, updated, or removed at zero.
+/// DailyProfitLoss of a whole replay, gathered in memory and written in one piece. Each Post has
+/// the outcome of PostDailyProfitLoss: inserted, updated, or removed at zero.
 
 #include "transactions/undo_record.h"
 

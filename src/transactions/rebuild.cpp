@@ -33,18 +33,17 @@ std::optional<ReplayedAction> ReplayedActionOf(const QString &description)
 }
 
 HistoryReplay::HistoryReplay(const PostingWork &work)
-    : m_clock(work.services.clock),
-      m_services{m_clock,
-                 work.services.dialogs,
-                 work.services.status,
-                 work.services.commands,
-                 work.services.lifetime,
-                 work.services.settingsStore,
-                 work.services.formats,
-                 work.services.appPath,
-                 work.services.showHelp},
-      m_work{work.rows, work.gRsLots, work.totals,       work.account, work.undo,
-             work.entry, work.gConnAccount, m_services, &m_book}
+    : m_clock(work.services.clock), m_services{m_clock,
+                                               work.services.dialogs,
+                                               work.services.status,
+                                               work.services.commands,
+                                               work.services.lifetime,
+                                               work.services.settingsStore,
+                                               work.services.formats,
+                                               work.services.appPath,
+                                               work.services.showHelp},
+      m_work{work.rows,  work.gRsLots,      work.totals, work.account, work.undo,
+             work.entry, work.gConnAccount, m_services,  &m_book}
 {}
 
 void HistoryReplay::Begin()

@@ -8,12 +8,12 @@
 ///     replay.Run(...);      every row of History
 ///     replay.Commit();      all of it reaches the file at once
 ///
-/// Until Commit the file is as it was; destroying the object before then leaves it so, while the rows
-/// and lots in memory have to be opened anew. AccountBalance and PriorBasisTotal are not moved. Cost
-/// is linear in the ledger.
+/// Until Commit the file is as it was; destroying the object before then leaves it so, while the
+/// rows and lots in memory have to be opened anew. AccountBalance and PriorBasisTotal are not
+/// moved. Cost is linear in the ledger.
 ///
-/// Rows and lots bear the time at which the replay began, all the same: lots of one day keep the order
-/// of their making, as their ID has it, also when midnight passes meanwhile.
+/// Rows and lots bear the time at which the replay began, all the same: lots of one day keep the
+/// order of their making, as their ID has it, also when midnight passes meanwhile.
 
 #include "transactions/entry.h"
 #include "transactions/profit_loss_book.h"
@@ -34,8 +34,8 @@ public:
     /// Replays all rows. `progress` is called at each row with its number from 1; it may let events
     /// be handled. A failed posting shows its message and ends the program, as in the entry.
     void Run(const std::function<void(qint64 row)> &progress);
-    /// Writes rows, lots and DailyProfitLoss; throws RuntimeError when the store refuses them. The lots
-    /// stay open on gConnAccount: open them again on the connection they belong to.
+    /// Writes rows, lots and DailyProfitLoss; throws RuntimeError when the store refuses them. The
+    /// lots stay open on gConnAccount: open them again on the connection they belong to.
     void Commit();
     qint64 RowCount() const { return m_row; }
     /// The row being replayed, as the entry screen shows it.
@@ -71,11 +71,16 @@ private:
 };
 
 /// How a ledger row is posted again: "Sold" as a Sell of minus its Shares. A "Dividend" becomes a
-/// reinvestment of as many shares as its Amount. Nothing for cash rows, which leave the entry as the
-/// row before them set it.
+/// reinvestment of as many shares as its Amount. Nothing for cash rows, which leave the entry as
+/// the row before them set it.
 struct ReplayedAction
 {
     Action action;
-    enum class Count { Shares, MinusShares, Amount } count;
+    enum class Count
+    {
+        Shares,
+        MinusShares,
+        Amount
+    } count;
 };
 std::optional<ReplayedAction> ReplayedActionOf(const QString &description);

@@ -12,8 +12,7 @@
 namespace
 {
 
-// --- exit statuses
-// ----------------------------------------------------------------------------------
+// --- exit statuses -------------------------------------------------------------------------------
 
 struct EndingCase
 {
@@ -55,6 +54,8 @@ INSTANTIATE_TEST_SUITE_P(
         EndingCase{"ControlWithoutForm", "launch\nshow txtX", 2, "is not form.control"},
         EndingCase{"FormNotLoaded", "launch\nshow frmPassword.txtLoginID", 1,
                    "frmPassword is not loaded"},
+        EndingCase{"UnknownFormLoaded", "launch\nloaded frmBogus", 2, "no form \"frmBogus\""},
+        EndingCase{"AFormThatIsNotBuiltYet", "launch\nexpect loaded frmTipOfDay = \"no\"", 0, ""},
         EndingCase{"UnknownMenuEntry", "launch\nmenu mnuBogus", 2, "\"mnuBogus\""},
         EndingCase{"AMenuIsNoEntry", "launch\nmenu mnuFile", 2, "mnuFile is no menu entry"},
         EndingCase{"AnEntryIsNoButton", "launch\ntool mnuFLExit", 2, "is no toolbar button"},
@@ -128,8 +129,7 @@ TEST(ACallOfTheDriver, AnswersEachLineBeforeTheNextIsWritten)
     EXPECT_EQ(driver.exitCode(), 0);
 }
 
-// --- start and end of the program
-// -------------------------------------------------------------------
+// --- start and end of the program ----------------------------------------------------------------
 
 TEST(TheProgramUnderAScript, IsLaunchedAnewAfterItsEnd)
 {
@@ -199,8 +199,7 @@ TEST(TheProgramUnderAScript, FiresNoTimerWhenTheClockIsSet)
     EXPECT_EQ(result.status, 0) << result.errors;
 }
 
-// --- modal forms
-// ------------------------------------------------------------------------------------
+// --- modal forms ---------------------------------------------------------------------------------
 
 class AModalForm : public testing::Test
 {
@@ -271,8 +270,7 @@ TEST_F(AModalForm, EndsWithTheProgram)
     EXPECT_EQ(result.status, 0) << result.errors;
 }
 
-// --- boxes
-// ------------------------------------------------------------------------------------------
+// --- boxes ---------------------------------------------------------------------------------------
 
 class AQuestion : public testing::Test
 {
@@ -309,8 +307,7 @@ TEST_F(AQuestion, IsAnUnmatchedBoxUntilItIsExpected)
         0);
 }
 
-// --- reading
-// ----------------------------------------------------------------------------------------
+// --- reading -------------------------------------------------------------------------------------
 
 TEST(TheEyes, CompareSeveralLines)
 {

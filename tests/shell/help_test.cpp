@@ -8,6 +8,7 @@
 #include <QDirIterator>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTest>
 
 namespace
 {
@@ -28,8 +29,8 @@ QString TextOf(const QString &path)
 
 QStringList Pages()
 {
-    return QDir(HelpFolder).entryList({QStringLiteral("*.htm"), QStringLiteral("*.html")},
-                                      QDir::Files);
+    return QDir(HelpFolder)
+        .entryList({QStringLiteral("*.htm"), QStringLiteral("*.html")}, QDir::Files);
 }
 
 QStringList Captures(const QString &text, const QString &pattern)
@@ -138,4 +139,15 @@ TEST(Help, StaysAsItIsWhenThereIsNoSuchTopic)
     EXPECT_FALSE(help.ShowTopic(QStringLiteral("Missing.html")));
     EXPECT_TRUE(help.isVisible());
     EXPECT_EQ(help.source().fileName(), StartPage);
+}
+
+TEST(Help, ClosesWithEscapeAndComesBack)
+{
+    HelpWindow help(HelpFolder);
+    ASSERT_TRUE(help.ShowTopic(StartPage));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&help));
+    QTest::keyClick(&help, Qt::Key_Escape);
+    EXPECT_FALSE(help.isVisible());
+    EXPECT_TRUE(help.ShowTopic(StartPage));
+    EXPECT_TRUE(help.isVisible());
 }

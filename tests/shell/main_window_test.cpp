@@ -81,8 +81,7 @@ private:
 
 } // namespace
 
-// --- the table of commands
-// --------------------------------------------------------------------------
+// --- the table of commands -----------------------------------------------------------------------
 
 TEST(CommandTable, HasEachNameOnceAndItsParentBeforeIt)
 {
@@ -128,7 +127,7 @@ TEST_F(MainWindow, ShowsEveryMenuEntryPopupAndButtonOfTheTable)
         const QAction *action = run.App().MainWindow().Action(command.Name());
         ASSERT_NE(action, nullptr) << command.name;
         EXPECT_EQ(action->text(), command.Caption());
-        EXPECT_TRUE(action->isEnabled());
+        EXPECT_EQ(action->isEnabled(), command.Name() != "UndoLast") << command.name;
     }
     EXPECT_EQ(run.App().MainWindow().Popup("popDailyTracker")->actions().size(), 13);
     EXPECT_EQ(run.App().MainWindow().Toolbar()->actions().size(), 8);
@@ -173,6 +172,7 @@ TEST_F(MainWindow, DisablesTheFileButtonsDuringAPriceUpdateAndTheServiceButtonsO
                 names << name;
         return names.join(' ');
     };
+    run.Commands().SetEnabled("UndoLast", true); // a transaction was posted
     DisableFileButtons(run.Commands());
     EXPECT_EQ(enabled(), "Connect UndoLast Wizard SplitScreen");
     DisableServiceButtons(run.Commands());
@@ -206,8 +206,7 @@ TEST_F(MainWindow, ClearsTheMarksOfOneGroupAtATime)
     EXPECT_EQ(left(), "");
 }
 
-// --- what the commands do
-// ---------------------------------------------------------------------------
+// --- what the commands do ------------------------------------------------------------------------
 
 TEST_F(MainWindow, ChecksTheViewEntryWhileItsScreenIsOpen)
 {
@@ -240,6 +239,27 @@ TEST_F(MainWindow, SaysWhichEntryIsNotBuiltYetAndDoesNothingElse)
     run.App().CommandRunner().PostNotBuilt("frmTransactionUpdate");
     EXPECT_EQ(run.Panel(1), "Transaction Update is not built yet");
     EXPECT_EQ(run.boxes.Texts(), QStringList());
+}
+
+TEST_F(MainWindow, NamesAStartupScreenThatIsNotBuiltYetWhenAnotherAccountIsOpened)
+{
+    run.SetOption("HistoryList", "1");
+    run.App().Launch();
+    EXPECT_EQ(run.Panel(1), "History List is not built yet");
+    run.boxes.files = {folder.AddAccount("Other.mdb")};
+    run.Choose("mnuFLOpenExisting");
+    EXPECT_EQ(run.Panel(1), "History List is not built yet");
+    run.Choose("Setup"); // for which the menu entry stands
+    EXPECT_EQ(run.Panel(1), "Setup is not built yet");
+    run.Choose("mnuFLBackup");
+    EXPECT_EQ(run.Panel(1), "Backup is not built yet");
+}
+
+TEST_F(MainWindow, ShowsTheAccountInTheStatusBarAlsoWhenNoScreenComesUp)
+{
+    LaunchWithLogoff(15);
+    EXPECT_EQ(run.Panel(2), "Logoff in: 15 minutes");
+    EXPECT_EQ(run.Panel(3), "Last update: 2/27/2026");
 }
 
 TEST_F(MainWindow, AsksForASelectedSecurityBeforeTheCommandsThatNeedOne)
@@ -405,8 +425,7 @@ TEST_F(MainWindow, SaysWhenAHelpTopicIsNotThere)
     EXPECT_EQ(run.Panel(1), "The help topic AboutQuillon.htm was not found");
 }
 
-// --- opening another account
-// ------------------------------------------------------------------------
+// --- opening another account ---------------------------------------------------------------------
 
 TEST_F(MainWindow, OpensAnotherAccountUnderTheNameOfItsFile)
 {
@@ -454,8 +473,7 @@ TEST_F(MainWindow, KeepsTheAccountWhenTheFileDialogIsCancelled)
     EXPECT_EQ(run.boxes.Texts(), QStringList());
 }
 
-// --- status bar
-// -------------------------------------------------------------------------------------
+// --- status bar ----------------------------------------------------------------------------------
 
 TEST_F(MainWindow, ShowsMessageCountersAndLastUpdateInItsStatusBar)
 {
@@ -511,8 +529,7 @@ TEST_F(MainWindow, ShowsThePictureOfTheConnectionAndLeavesItInAnUnknownState)
     EXPECT_EQ(run.Panel(4), "ConnError.bmp");
 }
 
-// --- the idle logoff
-// --------------------------------------------------------------------------------
+// --- the idle logoff -----------------------------------------------------------------------------
 
 TEST_F(MainWindow, EndsTheProcessAfterFifteenTicksWithoutAnAction)
 {

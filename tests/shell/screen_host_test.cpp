@@ -145,8 +145,7 @@ TEST_F(Hosting, KeepsTheSmallWindowOnTopAndTheMainWindowInUse)
     EXPECT_EQ(entry->parentWidget(), &run.App().MainWindow());
 }
 
-// --- boxes of the desktop
-// ---------------------------------------------------------------------------
+// --- boxes of the desktop ------------------------------------------------------------------------
 
 TEST(RealDialogs, AsksWithTheButtonsIconAndDefaultOfTheValue)
 {

@@ -88,8 +88,7 @@ TEST_F(SignOn, DoesNotShowWhatIsTypedAsThePassword)
     EXPECT_EQ(Text("txtPassword")->echoMode(), QLineEdit::Password);
 }
 
-// --- the character shift
-// ----------------------------------------------------------------------------
+// --- the character shift -------------------------------------------------------------------------
 
 TEST(CharacterShift, IsItsOwnInverseForCodes3To252)
 {

@@ -154,8 +154,7 @@ TEST_F(Start, CountsADayOfUseOnceADay)
     EXPECT_EQ(run.State().account.ElapsedDays.Value(), 4);
 }
 
-// --- sign-on
-// ----------------------------------------------------------------------------------------
+// --- sign-on -------------------------------------------------------------------------------------
 
 TEST_F(Start, OpensAProtectedAccountAfterACorrectSignOn)
 {
@@ -182,14 +181,18 @@ TEST_F(Start, LeavesTheMainWindowWithTenMenusDisabledAndNoTipWhenTheSignOnIsCanc
     EXPECT_EQ(run.log, QStringList()); // no tracker, no price cycle, no tip
 }
 
-TEST_F(Start, KeepsSetupAndSaveAsShutOnTheToolbarAfterACancelledSignOn)
+TEST_F(Start, LetsNoToolbarButtonReachTheAccountAfterACancelledSignOn)
 {
     run.GiveSecurity(folder.SampleAccount(), 1, 0, 15);
     run.AddScreen("frmUserSetup");
     SignOnWith("", "", "cmdCancel");
     run.App().Launch();
-    run.Choose("Setup");
+    const QString status = run.Panel(1);
+    for (const char *button : {"Setup", "SaveAs", "Wizard", "UndoLast"})
+        run.Choose(button);
     EXPECT_EQ(run.log, QStringList());
+    EXPECT_EQ(run.boxes.Texts(), QStringList()); // the rebuild did not ask
+    EXPECT_EQ(run.Panel(1), status);
 }
 
 TEST_F(Start, EnablesAllMenusAgainForTheNextAccount)
@@ -205,8 +208,7 @@ TEST_F(Start, EnablesAllMenusAgainForTheNextAccount)
         EXPECT_TRUE(run.Commands().Enabled(name)) << name;
 }
 
-// --- an account that is none
-// ------------------------------------------------------------------------
+// --- an account that is none ---------------------------------------------------------------------
 
 TEST_F(Start, AsksForAnotherFileUntilOneIsAnAccount)
 {

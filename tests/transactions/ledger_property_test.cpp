@@ -74,8 +74,8 @@ public:
     }
 
     TestAccount account;
-    /// History says all there is to say of the lots: no split or clear came in between, no cash row,
-    /// which replays as another trade, and no sale behind a purchase that was dated back.
+    /// History says all there is to say of the lots: no split or clear came in between, no cash
+    /// row, which replays as another trade, and no sale behind a purchase that was dated back.
     bool ledgerIsWhole = true;
     int postings = 0, undone = 0, rejected = 0;
 
@@ -124,13 +124,14 @@ private:
         case 5: {
             if (held == 0)
                 return Reject(symbol, held);
-            const QString closed = Pick(0, 2) == 0 ? Text(std::abs(held))
-                                                   : Text(std::min(std::abs(held), count.toDouble()));
+            const QString closed = Pick(0, 2) == 0
+                                       ? Text(std::abs(held))
+                                       : Text(std::min(std::abs(held), count.toDouble()));
             m_closed = true;
             if (m_datedBack) // taken behind lots that a replay finds behind it
                 ledgerIsWhole = false;
-            return Posted(account.Post(held > 0 ? Action::Sell : Action::BuyToCover, symbol, closed,
-                                       price));
+            return Posted(
+                account.Post(held > 0 ? Action::Sell : Action::BuyToCover, symbol, closed, price));
         }
         case 6:
             if (held < 0)

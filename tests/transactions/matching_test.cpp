@@ -62,20 +62,20 @@ void WalkLong(WalkRow &s, std::vector<WalkRow> &purchases, MatchResult &r)
             p.cost = Currency();
         }
         if (s.shares == p.shares) {
-            r.CostSide = Currency::FromDouble(-1.0 * s.shares * p.price.ToDouble() +
-                                              r.CostSide.ToDouble());
+            r.CostSide =
+                Currency::FromDouble(-1.0 * s.shares * p.price.ToDouble() + r.CostSide.ToDouble());
             p.shares = 0;
             s.shares = 0;
         }
         if (s.shares < p.shares) {
-            r.CostSide = Currency::FromDouble(-1.0 * s.shares * p.price.ToDouble() +
-                                              r.CostSide.ToDouble());
+            r.CostSide =
+                Currency::FromDouble(-1.0 * s.shares * p.price.ToDouble() + r.CostSide.ToDouble());
             p.shares = p.shares - s.shares;
             s.shares = 0;
         }
         if (s.shares > p.shares) {
-            r.CostSide = Currency::FromDouble(-1.0 * p.shares * p.price.ToDouble() +
-                                              r.CostSide.ToDouble());
+            r.CostSide =
+                Currency::FromDouble(-1.0 * p.shares * p.price.ToDouble() + r.CostSide.ToDouble());
             s.shares = s.shares - p.shares;
             p.shares = 0;
         }

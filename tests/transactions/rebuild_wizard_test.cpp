@@ -13,10 +13,10 @@
 namespace
 {
 
-const QString BackupQuestion = QStringLiteral(
-    "Caution! You're about to re-build your portfolio from History,\n"
-    "the operation can not be backed out after it is completed.\n\n"
-    "A backup is highly recommended! Start Backup procedure?");
+const QString BackupQuestion =
+    QStringLiteral("Caution! You're about to re-build your portfolio from History,\n"
+                   "the operation can not be backed out after it is completed.\n\n"
+                   "A backup is highly recommended! Start Backup procedure?");
 const QString ContinueQuestion = QStringLiteral("Continue to re-build from history?");
 const QString Built = QStringLiteral("Portfolio successfully built!");
 
@@ -35,7 +35,8 @@ private:
 
 } // namespace
 
-/// ACME: 100 @ 10 on 5 January, 40 sold @ 12 on 6 January, commission 5 each; a deposit between them.
+/// ACME: 100 @ 10 on 5 January, 40 sold @ 12 on 6 January, commission 5 each; a deposit between
+/// them.
 class RebuildWizard : public EntryScreen
 {
 protected:
@@ -215,8 +216,7 @@ TEST_F(RebuildWizard, TheNextPriceUpdateMovesOnFromTheKeptBalance)
     const Single prior = State().totals.PriorBasisTotal;
     State().ReloadDataGrid();
     // The gains of the rebuilt rows: ACME 120.
-    EXPECT_EQ(State().account.AccountBalance,
-              Currency::FromDouble(1000 + 120 - prior.ToDouble()));
+    EXPECT_EQ(State().account.AccountBalance, Currency::FromDouble(1000 + 120 - prior.ToDouble()));
 }
 
 TEST_F(RebuildWizard, APostingStillOpenIsDroppedWithAllLots)
@@ -276,11 +276,12 @@ TEST_F(RebuildWizard, PostingsGoOnBehindIt)
 
 TEST_F(RebuildWizard, LetsEventsBeHandledAndShowsHowFarItIs)
 {
-    folder.Execute(folder.SampleAccount(),
-                   "INSERT INTO History (Symbol, Name, Description, Shares, Price, TransDate, Time) "
-                   "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 60000) "
-                   "SELECT 'S' || (i % 50), 'Name', 'Bought', 1, 10000, '2026-01-07', "
-                   "'10:00:00.000' FROM n");
+    folder.Execute(
+        folder.SampleAccount(),
+        "INSERT INTO History (Symbol, Name, Description, Shares, Price, TransDate, Time) "
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 60000) "
+        "SELECT 'S' || (i % 50), 'Name', 'Bought', 1, 10000, '2026-01-07', "
+        "'10:00:00.000' FROM n");
     QStringList seen;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {

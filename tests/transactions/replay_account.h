@@ -36,7 +36,8 @@ inline void WriteHistory(TestAccount &account, const std::vector<LedgerRow> &row
 }
 
 /// As the wizard does, without its screens.
-inline void Replay(TestAccount &account, const std::function<void(qint64)> &progress = [](qint64) {})
+inline void Replay(
+    TestAccount &account, const std::function<void(qint64)> &progress = [](qint64) {})
 {
     EntryState &entry = account.Entry();
     entry.RebuildMode = true;
