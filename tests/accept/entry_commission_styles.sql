@@ -1,14 +1,4 @@
--- An account of 10,000 with three securities and no trade so far.
-DELETE FROM DailyTracker;
-DELETE FROM PriceHistory;
-DELETE FROM History;
-DELETE FROM DailyProfitLoss;
-DELETE FROM PortfolioDailyBalance;
-INSERT INTO DailyTracker (Symbol, Name, TransDate, Time) VALUES
-    ('ARLN', 'Aurelian Robotics', '2026-03-02', '09:00:00.000'),
-    ('GRNVX', 'Greenvale Balanced Fund', '2026-03-02', '09:00:00.000'),
-    ('VSTA', 'Vestara Airlines', '2026-03-02', '09:00:00.000');
-UPDATE DescriptiveTable SET Field01 = 100000000, Field04 = '2026-03-02' WHERE TableName = 'Balance';
+-- starts from flat_account.sql
 -- An account for each way in which a broker charges: cost, cost a share, free shares.
 UPDATE DescriptiveTable SET Field08 = 'Style2' WHERE TableName = 'Balance';
 UPDATE DescriptiveTable SET TableName = 'Style2', Field01 = 149500, Field02 = 100, Field06 = '1000'

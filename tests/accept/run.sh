@@ -2,7 +2,8 @@
 # run.sh QUILLON_DRIVE APPDIR SCRIPT: runs a driver script on a fresh copy of the application
 # folder, with settings of its own, in a temporary folder that is gone afterwards. The output is
 # shown when the script fails, and the driver's exit status is passed on. A file SCRIPT.sql beside
-# the script prepares the sample account.
+# the script prepares the sample account; with a first line "-- starts from OTHER.sql" that file
+# comes before it.
 set -euo pipefail
 
 drive="$(realpath "$1")"
@@ -15,8 +16,13 @@ mkdir -m 700 "$work/home"
 cp -r "$app" "$work/app"
 cd "$work"
 statements="${script%.drive}.sql"
+prepare() {
+    "$(dirname "$drive")/tests/prepare_account" "$work/app/Sample Portfolio.mdb" "$1"
+}
 if [[ -f "$statements" ]]; then
-    "$(dirname "$drive")/tests/prepare_account" "$work/app/Sample Portfolio.mdb" "$statements"
+    base="$(sed -n '1s/^-- starts from //p' "$statements")"
+    [[ -z "$base" ]] || prepare "$(dirname "$script")/$base"
+    prepare "$statements"
 fi
 
 status=0

@@ -1,14 +1,4 @@
--- An account of 10,000 with three securities and no trade so far; a trade costs 9.95.
-DELETE FROM DailyTracker;
-DELETE FROM PriceHistory;
-DELETE FROM History;
-DELETE FROM DailyProfitLoss;
-DELETE FROM PortfolioDailyBalance;
-INSERT INTO DailyTracker (Symbol, Name, TransDate, Time) VALUES
-    ('ARLN', 'Aurelian Robotics', '2026-03-02', '09:00:00.000'),
-    ('GRNVX', 'Greenvale Balanced Fund', '2026-03-02', '09:00:00.000'),
-    ('VSTA', 'Vestara Airlines', '2026-03-02', '09:00:00.000');
-UPDATE DescriptiveTable SET Field01 = 100000000, Field04 = '2026-03-02' WHERE TableName = 'Balance';
+-- starts from flat_account.sql
 -- Amounts gathered up to yesterday.
 UPDATE DailyTracker SET ProfitLossToDate = 1234500, TransCostToDate = -199000,
     InvestedToDate = 50000000, NumberTransToDate = 2 WHERE Symbol = 'ARLN';
