@@ -151,16 +151,18 @@ void PurchaseLots::Reload()
     m_unsorted.clear();
     for (auto symbol = before.keyBegin(); symbol != before.keyEnd(); ++symbol) {
         std::vector<Lot> &lots = EditLotsOf(*symbol); // as the file has them now
-        const std::vector<Lot> &changed = pending[*symbol];
+        // By iterator: the operator of a constant QHash gives a copy, whose lots would be gone.
+        const std::vector<Lot> &was = *before.constFind(*symbol);
+        const std::vector<Lot> &changed = *pending.constFind(*symbol);
         std::erase_if(lots, [&](const Lot &lot) {
-            return FindById(before[*symbol], lot.ID) && !FindById(changed, lot.ID);
+            return FindById(was, lot.ID) && !FindById(changed, lot.ID);
         });
         for (const Lot &lot : changed) {
             if (lot.ID == 0) {
                 lots.push_back(lot);
                 continue;
             }
-            const Lot *old = FindById(before[*symbol], lot.ID);
+            const Lot *old = FindById(was, lot.ID);
             for (Lot &now : lots)
                 if (old && now.ID == lot.ID && !(*old == lot))
                     now = lot;
