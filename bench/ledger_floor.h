@@ -7,6 +7,7 @@
 #include "ledger.h"
 
 #include <chrono>
+#include <cstdlib>
 #include <deque>
 #include <unordered_map>
 
@@ -63,4 +64,38 @@ inline double FloorMatch(std::vector<FloorRow> &rows, std::vector<std::deque<Flo
         }
     }
     return gain;
+}
+
+/// What one size took, and the floor under it.
+struct Measured
+{
+    double seconds;
+    double floor;
+};
+
+/// Measures 10,000 rows and each power of ten up to the first argument (1,000,000 without one), with
+/// shallow and deep lots, each on a fresh ledger, and prints a line for each.
+template <class Measure>
+void MeasureSizes(const char *what, int argc, char **argv, Measure measure)
+{
+    const int most = argc > 1 ? std::atoi(argv[1]) : 1000000;
+    std::printf("%9s %8s %10s %10s %7s %8s %9s\n", "rows", "lots", what, "floor s", "ratio",
+                "growth", "peak MB");
+    for (const Lots depth : {Lots::Shallow, Lots::Deep}) {
+        double before = 0;
+        for (int rows = 10000; rows <= most; rows *= 10) {
+            BenchAccount bench;
+            WriteLedger(bench, rows, depth);
+            const Measured measured = measure(bench);
+            std::printf("%9d %8d %10.3f %10.3f %7.2f", rows, int(depth), measured.seconds,
+                        measured.floor, measured.seconds / measured.floor);
+            if (before > 0)
+                std::printf(" %8.2f", GrowthExponent(measured.seconds, before, 10));
+            else
+                std::printf(" %8s", "");
+            std::printf(" %9.0f\n", PeakMegabytes());
+            std::fflush(stdout);
+            before = measured.seconds;
+        }
+    }
 }

@@ -5,8 +5,6 @@
 
 #include "transactions/rebuild.h"
 
-#include <cstdlib>
-
 namespace
 {
 
@@ -68,26 +66,9 @@ double Floor(BenchAccount &bench)
 
 int main(int argc, char **argv)
 {
-    const int most = argc > 1 ? std::atoi(argv[1]) : 1000000;
-    std::printf("%9s %8s %10s %10s %7s %8s %9s\n", "rows", "lots", "rebuild s", "floor s", "ratio",
-                "growth", "peak MB");
-    for (const Lots depth : {Lots::Shallow, Lots::Deep}) {
-        double before = 0;
-        for (int rows = 10000; rows <= most; rows *= 10) {
-            BenchAccount bench;
-            WriteLedger(bench, rows, depth);
-            const double seconds = Rebuild(bench);
-            const double floor = Floor(bench);
-            std::printf("%9d %8d %10.3f %10.3f %7.2f", rows, int(depth), seconds, floor,
-                        seconds / floor);
-            if (before > 0)
-                std::printf(" %8.2f", GrowthExponent(seconds, before, 10));
-            else
-                std::printf(" %8s", "");
-            std::printf(" %9.0f\n", PeakMegabytes());
-            std::fflush(stdout);
-            before = seconds;
-        }
-    }
+    MeasureSizes("rebuild s", argc, argv, [](BenchAccount &bench) {
+        const double seconds = Rebuild(bench); // first: the floor writes what it wrote
+        return Measured{seconds, Floor(bench)};
+    });
     return 0;
 }
