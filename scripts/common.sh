@@ -7,8 +7,8 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 packages=(
     ca-certificates git g++ ccache cmake ninja-build
     qt6-base-dev qt6-charts-dev qt6-httpserver-dev libqt6svg6
-    libsqlite3-dev libgtest-dev libbenchmark-dev
-    fonts-dejavu-core
+    libsqlite3-dev zlib1g-dev libgtest-dev libbenchmark-dev
+    qt6-webengine-dev fonts-dejavu-core
 )
 
 say() {

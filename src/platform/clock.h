@@ -36,6 +36,10 @@ public:
 
     /// Lets `duration` pass while events are handled and timers fire.
     virtual void Wait(std::chrono::milliseconds duration) = 0;
+    /// Handles events until `done` holds, which is looked at whenever none is left and must not throw;
+    /// false when that took longer than `limit`. What it waits for lies outside the program (a transfer), so `limit` is
+    /// real time under every clock; one that stands still is moved by it when it has run out.
+    virtual bool WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit) = 0;
     /// Handles the events that are waiting, without time passing.
     virtual void Yield() = 0;
 };

@@ -1,5 +1,7 @@
 #include "platform/simulated_clock.h"
 
+#include "platform/clock_wait.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -83,16 +85,34 @@ std::unique_ptr<ClockTimer> SimulatedClock::CreateTimer(std::function<void()> ti
 
 void SimulatedClock::Wait(std::chrono::milliseconds duration)
 {
-    ++m_waits;
-    try {
+    AsWait([&] {
         Advance(duration);
         HandleEvents();
+    });
+}
+
+void SimulatedClock::AsWait(const std::function<void()> &wait)
+{
+    ++m_waits;
+    try {
+        wait();
     } catch (...) {
         --m_waits;
         throw;
     }
     if (--m_waits == 0 && OnWaitEnd)
         OnWaitEnd();
+}
+
+bool SimulatedClock::WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit)
+{
+    bool isDone = false;
+    AsWait([&] {
+        isDone = HandleEventsUntil(done, limit);
+        if (!isDone)
+            Advance(limit);
+    });
+    return isDone;
 }
 
 void SimulatedClock::Yield()

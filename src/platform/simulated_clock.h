@@ -24,6 +24,7 @@ public:
     QDateTime Now() const override { return m_now; }
     std::unique_ptr<ClockTimer> CreateTimer(std::function<void()> tick) override;
     void Wait(std::chrono::milliseconds duration) override;
+    bool WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit) override;
     void Yield() override;
 
     /// True while the program waits or yields: what drives it from outside holds still meanwhile.
@@ -33,6 +34,7 @@ public:
 
 private:
     class Timer;
+    void AsWait(const std::function<void()> &wait);
     void HandleEvents();
 
     QDateTime m_now;

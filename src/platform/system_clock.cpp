@@ -1,5 +1,7 @@
 #include "platform/system_clock.h"
 
+#include "platform/clock_wait.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
@@ -58,6 +60,11 @@ void SystemClock::Wait(std::chrono::milliseconds duration)
     QEventLoop loop;
     QTimer::singleShot(duration, &loop, &QEventLoop::quit);
     loop.exec();
+}
+
+bool SystemClock::WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit)
+{
+    return HandleEventsUntil(done, limit);
 }
 
 void SystemClock::Yield()

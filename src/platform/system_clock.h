@@ -10,5 +10,6 @@ public:
     QDateTime Now() const override;
     std::unique_ptr<ClockTimer> CreateTimer(std::function<void()> tick) override;
     void Wait(std::chrono::milliseconds duration) override;
+    bool WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit) override;
     void Yield() override;
 };

@@ -53,6 +53,10 @@ private:
             return m_clock.CreateTimer(std::move(tick));
         }
         void Wait(std::chrono::milliseconds duration) override { m_clock.Wait(duration); }
+        bool WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit) override
+        {
+            return m_clock.WaitUntil(done, limit);
+        }
         void Yield() override { m_clock.Yield(); }
 
     private:

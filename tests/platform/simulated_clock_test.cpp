@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QStringList>
 
 using namespace std::chrono_literals;
@@ -225,4 +226,47 @@ TEST_F(StandingClock, WaitsNoLongerAfterATickHasThrown)
     const auto timer = Timer("a", 1s, [] { throw std::runtime_error("ended"); });
     EXPECT_THROW(m_clock.Wait(2s), std::runtime_error);
     EXPECT_FALSE(m_clock.Waiting());
+}
+
+TEST_F(StandingClock, WaitsForWhatHappensOutsideWithoutMoving)
+{
+    bool done = false;
+    QMetaObject::invokeMethod(
+        qApp, [&done] { done = true; }, Qt::QueuedConnection);
+    const auto timer = Timer("a", 1s);
+    EXPECT_TRUE(m_clock.WaitUntil([&done] { return done; }, 60s));
+    EXPECT_EQ(m_clock.Now(), Start);
+    EXPECT_TRUE(Log().isEmpty());
+}
+
+TEST_F(StandingClock, WaitsForNothingThatHoldsAlready)
+{
+    bool handled = false;
+    QMetaObject::invokeMethod(
+        qApp, [&handled] { handled = true; }, Qt::QueuedConnection);
+    EXPECT_TRUE(m_clock.WaitUntil([] { return true; }, 0s));
+    EXPECT_FALSE(handled);
+    m_clock.Yield();
+}
+
+TEST_F(StandingClock, MovesByTheLimitOfAWaitThatWasInVain)
+{
+    const auto timer = Timer("a", 20ms);
+    QElapsedTimer real;
+    real.start();
+    EXPECT_FALSE(m_clock.WaitUntil([] { return false; }, 50ms));
+    EXPECT_GE(real.elapsed(), 45); // in real time: what it waits for does not stand still
+    EXPECT_EQ(m_clock.Now(), Start.addMSecs(50));
+    EXPECT_EQ(Log(), QStringList({"a 10:15:00", "a 10:15:00"}));
+}
+
+TEST_F(StandingClock, TellsThatTheProgramWaitsForWhatHappensOutside)
+{
+    int ends = 0;
+    m_clock.OnWaitEnd = [&ends] { ++ends; };
+    bool inside = false;
+    EXPECT_TRUE(m_clock.WaitUntil([&] { return inside = m_clock.Waiting(); }, 60s));
+    EXPECT_TRUE(inside);
+    EXPECT_FALSE(m_clock.Waiting());
+    EXPECT_EQ(ends, 1);
 }

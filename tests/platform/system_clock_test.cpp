@@ -72,3 +72,48 @@ TEST(SystemClock, LetsATickDropItsOwnTimer)
     clock.Wait(50ms);
     EXPECT_EQ(ticks, 1);
 }
+
+TEST(SystemClock, WaitsUntilWhatItWaitsForHasHappened)
+{
+    SystemClock clock;
+    int ticks = 0;
+    const auto timer = clock.CreateTimer([&ticks] { ++ticks; });
+    timer->SetInterval(5ms);
+    timer->SetEnabled(true);
+    EXPECT_TRUE(clock.WaitUntil([&ticks] { return ticks == 3; }, 60s));
+    EXPECT_EQ(ticks, 3); // looked at after each of them
+}
+
+TEST(SystemClock, WaitsForNothingThatHoldsAlready)
+{
+    SystemClock clock;
+    EXPECT_TRUE(clock.WaitUntil([] { return true; }, 0ms));
+    EXPECT_FALSE(clock.WaitUntil([] { return false; }, 0ms));
+}
+
+TEST(SystemClock, GivesUpAWaitAtItsLimit)
+{
+    SystemClock clock;
+    int ticks = 0;
+    const auto timer = clock.CreateTimer([&ticks] { ++ticks; });
+    timer->SetInterval(5ms);
+    timer->SetEnabled(true);
+    const QDateTime before = clock.Now();
+    EXPECT_FALSE(clock.WaitUntil([] { return false; }, 100ms));
+    EXPECT_GE(before.msecsTo(clock.Now()), 90);
+    EXPECT_GE(ticks, 2); // events were handled, and did not put the end off
+}
+
+TEST(SystemClock, FindsWhatHappenedWhileABoxWasOpenBeyondTheLimit)
+{
+    SystemClock clock;
+    bool done = false;
+    std::unique_ptr<ClockTimer> box = clock.CreateTimer([&] {
+        box->SetEnabled(false);
+        clock.Wait(60ms);
+        done = true;
+    });
+    box->SetInterval(1ms);
+    box->SetEnabled(true);
+    EXPECT_TRUE(clock.WaitUntil([&done] { return done; }, 20ms));
+}
