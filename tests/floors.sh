@@ -3,7 +3,8 @@
 # sources that breaks one, as file:line: reason, and fails when there is any.
 #
 # Floors, ground first; a file includes only from its own floor or below:
-#   base < platform < store < engines < platform/widgets < program < frm_ screens < shell < driver
+#   base < platform < store < engines < platform/widgets < program < frm_ screens < shell < driver,
+#   browser_plugin
 # Engines and the floors below know nothing of widgets and pictures: of Qt they use the modules
 # Core, Network and HttpServer. No screen knows another one; a screen of several files
 # (frm_x.h, frm_x_columns.cpp) is one screen. Time, waits and boxes go through the clock and the
@@ -32,7 +33,7 @@ mapfile -d '' -t files < <(find . -type f \( -name '*.h' -o -name '*.cpp' \) -pr
             return path ~ /\/frm_[^\/]*$/ ? 6 : 3
         if (path ~ /^program\//) return 5
         if (path ~ /^shell\//) return 7
-        if (path ~ /^(driver|datamaker)\//) return 8
+        if (path ~ /^(browser_plugin|driver|datamaker)\//) return 8
         return -1
     }
     function stem(path) {

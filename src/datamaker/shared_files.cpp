@@ -1,29 +1,10 @@
 #include "datamaker/shared_files.h"
 
 #include "marketdata/practice_walk.h"
+#include "marketdata/quote_site_rows.h"
 #include "store/connection.h"
 
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-namespace
-{
-
-void BindJson(Statement &statement, int index, const QJsonValue &value)
-{
-    if (value.isBool())
-        statement.Bind(index, value.toBool());
-    else if (value.isDouble())
-        statement.Bind(index, qint64{value.toInteger()});
-    else if (value.isString())
-        statement.Bind(index, value.toString());
-    else
-        statement.BindNull(index);
-}
-
-} // namespace
 
 QStringList ReadAssetClasses(const QString &path)
 {
@@ -76,19 +57,7 @@ void AddQuoteSites(const QString &webSitesPath, const QString &jsonPath)
 {
     Connection sites;
     sites.Open(webSitesPath);
-    WriteGuard guard(sites);
-    for (const QJsonValue &site : ReadJson(jsonPath).array()) {
-        const QJsonObject row = site.toObject();
-        Statement insert =
-            sites.Prepare(QStringLiteral("INSERT INTO WebParameters (%1) VALUES (%2)")
-                              .arg(row.keys().join(QStringLiteral(", ")),
-                                   QStringLiteral("?,").repeated(row.size()).chopped(1)));
-        int index = 0;
-        for (auto field = row.begin(); field != row.end(); ++field)
-            BindJson(insert, ++index, field.value());
-        insert.Step();
-    }
-    guard.Commit();
+    LoadQuoteSiteRows(sites, jsonPath);
 }
 
 int DelayTimeOf(const QString &webSitesPath, const QString &siteName)

@@ -14,7 +14,7 @@ void AddAssetClasses(const QString &applControlPath, const QStringList &classes,
 void AddSampleSecurities(const QString &applControlPath, const SamplePlan &plan,
                          const QStringList &classes);
 
-/// Every object of data/quote_sites.json becomes a row of WebParameters, key by key.
+/// The rows of data/quote_sites.json; throws RuntimeError for anything but sound rows.
 void AddQuoteSites(const QString &webSitesPath, const QString &jsonPath);
 /// DelayTime of the site; throws RuntimeError when there is none of the name.
 int DelayTimeOf(const QString &webSitesPath, const QString &siteName);

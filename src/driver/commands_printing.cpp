@@ -87,6 +87,11 @@ Lines Boxes(Session &session, const QStringList &)
     return session.Dialogs().TakeBoxes();
 }
 
+Lines Pages(Session &session, const QStringList &)
+{
+    return session.TakePages();
+}
+
 /// The value may be printed in several lines, which stand in it with line ends between.
 void ExpectPrinted(Session &session, const QStringList &words, const QString &value)
 {
@@ -131,6 +136,7 @@ QList<ScriptCommand> PrintingCommands()
         {"tip", "FORM.CONTROL", 1, 1, true, Tip},
         {"status", "[N]", 0, 1, true, Status},
         {"boxes", "", 0, 0, true, Boxes},
+        {"pages", "", 0, 0, true, Pages},
         {"expect", "WORDS… = \"value\"", 1, -1, false, Expect},
     };
 }

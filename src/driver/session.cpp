@@ -11,6 +11,7 @@
 #include <QMenu>
 
 #include <cstdlib>
+#include <utility>
 
 namespace
 {
@@ -86,6 +87,10 @@ void Session::Launch()
     m_wasLaunched = true;
     m_application = std::make_unique<Application>(m_clock, m_dialogs, m_endOfRun, m_settingsFile,
                                                   m_appPath, QLocale());
+    m_application->State().services.openInBrowser = [this](const QString &address) {
+        m_pages << address;
+        return true;
+    };
     m_application->Launch();
 }
 
@@ -171,6 +176,11 @@ bool Session::IsLoaded(const QString &form)
     if (!m_application->Host().Has(form) && !IsScreenToCome(form))
         throw ScriptWrong(QStringLiteral("no form \"%1\"").arg(form));
     return m_application->Host().Loaded(form);
+}
+
+QStringList Session::TakePages()
+{
+    return std::exchange(m_pages, {});
 }
 
 QStringList Session::StatusPanels()

@@ -64,6 +64,8 @@ public:
     QWidget *Control(const QString &name);
     /// ScriptWrong for a name the program does not know.
     bool IsLoaded(const QString &form);
+    /// The addresses that went to the user's browser since the last call. None is started.
+    QStringList TakePages();
     /// The panels of the status bar; the fourth is the file name of its picture.
     QStringList StatusPanels();
 
@@ -94,5 +96,6 @@ private:
     ScriptedDialogs m_dialogs;
     EndOfRun m_endOfRun;
     bool m_wasLaunched = false;
+    QStringList m_pages;
     std::unique_ptr<Application> m_application;
 };

@@ -18,6 +18,12 @@ void DisableFileButtons(CommandStates &commands)
     SetEnabled(commands, {"New", "Open", "SaveAs", "Setup"}, false);
 }
 
+void DisableMenusForPriceUpdate(CommandStates &commands)
+{
+    DisableMenusForSignOn(commands);
+    SetEnabled(commands, {"mnuFLCompactDBA"}, false);
+}
+
 void EnableFileAndServiceButtons(CommandStates &commands)
 {
     SetEnabled(commands, {"New", "Open", "SaveAs", "Setup", "Connect", "Wizard"}, true);

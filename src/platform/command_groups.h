@@ -7,6 +7,8 @@
 
 /// While prices are fetched: New, Open, SaveAs, Setup.
 void DisableFileButtons(CommandStates &commands);
+/// While prices are fetched: of the menus only screen print, Exit and Help stay in use.
+void DisableMenusForPriceUpdate(CommandStates &commands);
 /// The buttons above, and Connect and Wizard.
 void EnableFileAndServiceButtons(CommandStates &commands);
 /// Connect, Wizard, UndoLast.

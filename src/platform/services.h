@@ -24,6 +24,8 @@ struct Services
     const Formats &formats;
     QString appPath; ///< folder of the shared files, without a slash at its end
     std::function<void(const QString &topic)> showHelp = {}; ///< "DTDailyTrackerScreen.html"
+    /// Opens a page in the user's browser; false when none took it, or when there is no browser.
+    std::function<bool(const QString &address)> openInBrowser = {};
 };
 
 /// The application's title, and the title of its boxes: "Quillon Editor".

@@ -7,12 +7,17 @@
 namespace
 {
 
+ListScreen *OpenList(const Screens &screens, const char *form)
+{
+    return dynamic_cast<ListScreen *>(screens.Find(QString::fromUtf8(form)));
+}
+
+/// Those of the account's ledgers.
 std::vector<ListScreen *> OpenLists(const Screens &screens)
 {
     std::vector<ListScreen *> open;
-    for (const char *form :
-         {"frmHistoryList", "frmPurchaseList", "frmDailyProfitLoss", "frmHistoricalPriceList"})
-        if (auto *list = dynamic_cast<ListScreen *>(screens.Find(QString::fromUtf8(form))))
+    for (const char *form : {"frmHistoryList", "frmPurchaseList", "frmDailyProfitLoss"})
+        if (ListScreen *list = OpenList(screens, form))
             open.push_back(list);
     return open;
 }
@@ -31,5 +36,11 @@ void RefreshListsAfterPosting(Program &program)
 void RefreshOpenLists(Program &program)
 {
     for (ListScreen *list : OpenLists(program.screens))
+        list->RefreshList();
+}
+
+void RefreshPriceList(Program &program)
+{
+    if (ListScreen *list = OpenList(program.screens, "frmHistoricalPriceList"))
         list->RefreshList();
 }

@@ -1,10 +1,11 @@
 #pragma once
 
-/// The list screens follow what a posting or an undo wrote.
+/// The list screens follow what a posting or an undo wrote, the one of the daily prices what a
+/// download brought.
 
 #include "program/program.h"
 
-/// A list screen that stays open while transactions are posted.
+/// A list screen that stays open while its rows are written by others.
 class ListScreen
 {
 public:
@@ -18,3 +19,5 @@ public:
 void RefreshListsAfterPosting(Program &program);
 /// Refreshes them at once.
 void RefreshOpenLists(Program &program);
+/// The historical price list, if it is open, reads its rows anew: a download has brought prices.
+void RefreshPriceList(Program &program);

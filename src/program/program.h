@@ -3,12 +3,18 @@
 /// The state of one running program, gathered. Screens hold a reference to it; an engine takes just
 /// the parts it uses. Two programs can live side by side in one process.
 
+#include "marketdata/practice_server.h"
+#include "marketdata/price_update_state.h"
+#include "marketdata/web_addresses.h"
 #include "platform/services.h"
 #include "program/account_routines.h"
 #include "program/screens.h"
 #include "store/databases.h"
 #include "tracking/recompute.h"
 #include "transactions/entry.h"
+
+class BrowserView;
+class QWidget;
 
 /// The row selected last, which most commands act on.
 struct Selection
@@ -18,15 +24,6 @@ struct Selection
     qint64 SelectedRowID = 0; ///< of a list screen
 };
 
-struct PriceUpdateState
-{
-    bool PriceUpdateActive = false; ///< frmInternetTran is loaded
-    bool UpdateInProgress = false;  ///< a cycle is running
-    Integer MinutesSinceUpdate;
-    bool HistoricalRetryNeeded = false; ///< the next cycle loads daily prices, whatever the date
-    int ConnectionState = 0;            ///< 1 connecting, 2 connected, 3 disabled, 4 error
-};
-
 /// Flags and counts of the run.
 struct RunState
 {
@@ -34,7 +31,8 @@ struct RunState
     bool SignOnCancelled = false;
     bool ExitInProgress = false;
     bool ExcelServerFound = false;
-    bool BrowserAlive = false;
+    bool BrowserAlive = false;      ///< the user's browser took a page of ours
+    bool BrowserScreenOpen = false; ///< frmWebBrowser is loaded
     bool AccountInvalid = false;
     bool OpeningExisting = false;
     bool BackupOffered = false; ///< the wizard asked for a backup in this run
@@ -42,10 +40,11 @@ struct RunState
     int IdleMinutes = 0;        ///< ticks since the last action of the user
     int ScreenWidth = 0; ///< inner size of the main window, by which screens place themselves
     int ScreenHeight = 0;
-    QDate ListFrom = NoDate(); ///< date range shared by the list screens
-    QDate ListTo = NoDate();
+    QDate ListDateFrom = NoDate(); ///< date range shared by the list screens
+    QDate ListDateTo = NoDate();
+    bool OneSymbolOnly = false; ///< the historical price list is restricted to CurrentSymbol
 
-    void ClearListDateRange() { ListFrom = ListTo = NoDate(); }
+    void ClearListDateRange() { ListDateFrom = ListDateTo = NoDate(); }
 };
 
 struct Program
@@ -64,6 +63,11 @@ struct Program
     RunState run;
     Selection selection;
     PriceUpdateState priceUpdate;
+    PracticeServer practiceServer{services.clock};
+    WebAddresses webAddresses; ///< read at the start
+    QString WebAddress;        ///< the page that the browser screen goes to next
+    /// Makes the view of web pages; without it, or when it gives nothing, they are shown outside.
+    std::function<BrowserView *(QWidget *parent)> CreateBrowserView;
 
     Databases databases;
     AccountState account;
@@ -76,6 +80,7 @@ struct Program
     // Set by the Daily Tracker while it is loaded; nothing happens without it.
     std::function<void()> UpdatePortfolioTotals; ///< shows the totals, and the rows anew
     std::function<void()> ReloadDataGrid;        ///< values the rows, totals and grid follow
+    std::function<void()> ShowSelection;         ///< marks the row of CurrentSymbol, if it has one
 
     /// Set by the entry screen while it is loaded: the user chose another row.
     std::function<void()> SelectionChanged;

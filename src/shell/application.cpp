@@ -43,6 +43,13 @@ public:
         m_clock.Wait(duration);
         ThrowWhenEnded();
     }
+    bool WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit) override
+    {
+        const bool isDone =
+            m_clock.WaitUntil([&] { return m_application.Ended() || done(); }, limit);
+        ThrowWhenEnded();
+        return isDone;
+    }
     void Yield() override
     {
         m_clock.Yield();

@@ -1,7 +1,9 @@
 #include "shell/commands.h"
 
 #include "platform/command_groups.h"
+#include "program/browser_screen.h"
 #include "program/command_target.h"
+#include "program/external_browser.h"
 #include "program/rebuild_wizard.h"
 #include "shell/account_files.h"
 #include "shell/command_table.h"
@@ -73,6 +75,17 @@ void Commands::FillOwn()
     own("mnuFLRestore", [this] { BackupOrRestore(QStringLiteral("Restore")); });
     own("mnuFLExit", [this] { m_exit(); });
     own("mnuHelpTopics", [this] { m_host.ShowHelp(QStringLiteral("AboutQuillon.htm")); });
+    own("popDTViewHistoricalPrice", [this] {
+        m_program.run.OneSymbolOnly = true;
+        ToggleScreen(QStringLiteral("mnuVWHistoricalPriceList"),
+                     QStringLiteral("frmHistoricalPriceList"));
+    });
+    own("popDTChartIntraday", [this] {
+        ShowWebPage(QStringLiteral("popDTChartIntraday"), BuildIntradayChartAddress(m_program));
+    });
+    own("popDTChartMapOfMarket", [this] {
+        ShowWebPage(QStringLiteral("popDTChartMapOfMarket"), BuildMapOfMarketAddress(m_program));
+    });
     own("Connect", [this] { Connect_Click(); });
     own("UndoLast", [this] { UndoLast_Click(); });
     own("Wizard", [this] { StartRebuildFromHistory(m_program); });
@@ -106,6 +119,8 @@ void Commands::Carry(const Command &command)
         RunOwn(name);
         return;
     case CommandVerb::Toggle:
+        if (name == QLatin1String("mnuVWHistoricalPriceList"))
+            m_program.run.OneSymbolOnly = false;
         ToggleScreen(name, target);
         return;
     case CommandVerb::ModalScreen:
@@ -118,7 +133,7 @@ void Commands::Carry(const Command &command)
         ShowChart(name);
         return;
     case CommandVerb::Link:
-        PostNotBuilt();
+        OpenLink(name);
         return;
     case CommandVerb::Arrange:
         ArrangeScreens(name, target.toInt());
@@ -190,6 +205,43 @@ void Commands::ShowChart(const QString &name)
     m_host.Unload(form); // which clears the mark of the chart shown so far
     m_program.services.commands.SetChecked(name, true);
     m_host.Show(form);
+}
+
+void Commands::OpenLink(const QString &name)
+{
+    const QString address =
+        ResolveAddress(m_program.webAddresses.Link(name), m_program.practiceServer);
+    if (address.isEmpty()) {
+        PostNoAddress();
+        return;
+    }
+    CommandStates &states = m_program.services.commands;
+    if (name.startsWith(QLatin1String("mnuInt"))) { // not the one in the Help menu
+        UncheckInternetMenuOptions(states);
+        states.SetChecked(name, true);
+    }
+    m_program.WebAddress = address;
+    OpenInternetExplorer(m_program, address);
+}
+
+void Commands::ShowWebPage(const QString &name, const QString &address)
+{
+    if (address.isEmpty()) {
+        PostNoAddress();
+        return;
+    }
+    CommandStates &states = m_program.services.commands;
+    UncheckPopMenuOptions(states);
+    states.SetChecked(name, true);
+    m_program.WebAddress = address;
+    NavigateBrowserScreen(m_program, address);
+}
+
+void Commands::PostNoAddress()
+{
+    m_program.services.status.Post(
+        QStringLiteral("No web address is set for %1")
+            .arg(PlainCaption(m_program.services.commands.Caption(m_chosen))));
 }
 
 void Commands::ArrangeScreens(const QString &name, int arrangement)

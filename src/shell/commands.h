@@ -38,6 +38,9 @@ private:
     void ToggleScreen(const QString &name, const QString &form);
     void ShowReportDialog(const QString &name, const QString &form);
     void ShowChart(const QString &name);
+    void OpenLink(const QString &name);
+    void ShowWebPage(const QString &name, const QString &address);
+    void PostNoAddress();
     void ArrangeScreens(const QString &name, int arrangement);
     void RunOnScreen(const QString &name, const QString &form);
     void BackupOrRestore(const QString &mode);

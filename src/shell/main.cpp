@@ -2,15 +2,18 @@
 
 #include "platform/settings_store.h"
 #include "platform/system_clock.h"
+#include "platform/widgets/default_browser.h"
 #include "platform/widgets/real_dialogs.h"
 #include "shell/app_lifetime.h"
 #include "shell/application.h"
+#include "shell/browser_plugin.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 
 int main(int argc, char *argv[])
 {
+    PrepareForBrowserPlugin();
     QApplication desktop(argc, argv);
     QApplication::setApplicationName(ApplicationTitle());
     QApplication::setApplicationVersion(ProgramVersion().Dotted());
@@ -30,6 +33,10 @@ int main(int argc, char *argv[])
     Application application(clock, dialogs, lifetime, SettingsStore::DefaultFileName(),
                             QApplication::applicationDirPath(), QLocale());
     application.OnEnded = [] { QApplication::quit(); };
+    application.State().services.openInBrowser = OpenInDefaultBrowser;
+    application.State().CreateBrowserView = [](QWidget *parent) {
+        return CreatePluginView(QApplication::applicationDirPath(), parent);
+    };
     if (!application.Launch())
         return 0;
     return QApplication::exec();

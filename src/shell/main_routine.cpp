@@ -28,6 +28,7 @@ void MainRoutine::Main()
 {
     m_program.run.ClearListDateRange();
     LoadSettings(m_program);
+    m_program.webAddresses = WebAddresses::Load(m_program.services.appPath);
     OpenCurrentDatabases();
     ShowSplash();
     m_window.Load();
@@ -180,6 +181,7 @@ void MainRoutine::CloseAllScreens()
 
 bool MainRoutine::QueryUnload()
 {
+    // Whatever BrowserAlive says: a browser with a page of ours is the user's own, and stays open.
     m_program.run.ExitInProgress = true;
     if (m_program.settings.AccountName == QLatin1String("Empty")) {
         m_program.services.dialogs.MsgBox(

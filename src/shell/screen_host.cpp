@@ -13,6 +13,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 struct ScreenHost::LoadedScreen
 {
@@ -224,13 +225,14 @@ void ScreenHost::Remove(const QString &form)
         m_activeChild.clear();
     if (const QString &entry = m_known[form].viewEntry; !entry.isEmpty())
         m_program->services.commands.SetChecked(entry, false);
-    if (screen->subWindow) {
-        screen->subWindow->hide();
-        m_window->Area()->removeSubWindow(screen->subWindow);
-        screen->subWindow->deleteLater();
-    } else if (screen->form) {
-        screen->form->hide();
-        screen->form->deleteLater();
+    QWidget *shown = screen->subWindow ? static_cast<QWidget *>(screen->subWindow) : screen->form;
+    if (shown) {
+        shown->hide();
+        if (screen->subWindow)
+            m_window->Area()->removeSubWindow(shown);
+        shown->deleteLater();
+        m_removed.removeIf([](const auto &gone) { return gone.isNull(); });
+        m_removed.append(shown);
     }
     if (screen->loop)
         screen->loop->quit();
@@ -261,6 +263,8 @@ void ScreenHost::DestroyAll()
             delete screen->form.data();
     }
     m_loaded.clear();
+    for (const QPointer<QWidget> &removed : std::exchange(m_removed, {}))
+        delete removed.data();
 }
 
 // --- what is there -------------------------------------------------------------------------------

@@ -12,6 +12,8 @@
 #include "program/form.h"
 #include "program/screens.h"
 
+#include <QPointer>
+
 #include <functional>
 #include <memory>
 #include <vector>
@@ -56,7 +58,8 @@ public:
 
     /// The program has ended: modal screens come back by ProgramEnded, all windows go from view.
     void EndAll();
-    /// Removes every screen as it is, without its unload routines.
+    /// Removes every screen as it is, without its unload routines. No screen outlives this call, not
+    /// even one that was unloaded just before: its timers belong to the clock of this run.
     void DestroyAll();
 
 private:
@@ -80,6 +83,7 @@ private:
     frmMDIMain *m_window = nullptr;
     QHash<QString, Known> m_known;
     std::vector<std::unique_ptr<LoadedScreen>> m_loaded;
+    QList<QPointer<QWidget>> m_removed; ///< until the event loop has deleted them
     std::unique_ptr<HelpWindow> m_help;
     QString m_activeChild;
     bool m_ended = false;

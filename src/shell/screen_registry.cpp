@@ -1,5 +1,13 @@
 #include "shell/screen_registry.h"
 
+#include "marketdata/frm_historical_price_list.h"
+#include "marketdata/frm_internet_tran.h"
+#include "marketdata/frm_new_version.h"
+#include "marketdata/frm_progress_bar.h"
+#include "marketdata/frm_quote_server_update.h"
+#include "marketdata/frm_quote_site_trial.h"
+#include "marketdata/frm_web_browser.h"
+#include "marketdata/frm_web_login.h"
 #include "shell/frm_password.h"
 #include "shell/frm_splash.h"
 #include "shell/screen_host.h"
@@ -23,13 +31,10 @@ void Register(ScreenHost &host, const char *name, const char *viewEntry = "")
 }
 
 constexpr const char *ScreensToCome[] = {
-    "frmAbout",           "frmBackupRestore",       "frmChartScreen",
-    "frmDailyProfitLoss", "frmDateSelect",          "frmDeleteOptions",
-    "frmHistoryList",     "frmHistoricalPriceList", "frmInternetTran",
-    "frmNewVersion",      "frmPlotSelection",       "frmPortfolioSelect",
-    "frmProgressBar",     "frmPurchaseList",        "frmTipOfDay",
-    "frmUserSetup",       "frmQuoteServerUpdate",   "frmWebBrowser",
-    "frmWebLogin"};
+    "frmAbout",           "frmBackupRestore", "frmChartScreen", "frmDailyProfitLoss",
+    "frmDateSelect",      "frmDeleteOptions", "frmHistoryList", "frmPlotSelection",
+    "frmPortfolioSelect", "frmPurchaseList",  "frmTipOfDay",    "frmUserSetup",
+};
 
 } // namespace
 
@@ -44,6 +49,14 @@ void RegisterScreens(ScreenHost &host)
     Register<frmSplash>(host, "frmSplash");
     Register<frmPassword>(host, "frmPassword");
     Register<frmDailyTracker>(host, "frmDailyTracker", "mnuVWDailyTracker");
+    Register<frmHistoricalPriceList>(host, "frmHistoricalPriceList", "mnuVWHistoricalPriceList");
+    Register<frmNewVersion>(host, "frmNewVersion");
+    Register<frmProgressBar>(host, "frmProgressBar");
+    Register<frmQuoteServerUpdate>(host, "frmQuoteServerUpdate", "mnuVWQuoteServerUpdate");
+    Register<frmQuoteSiteTrial>(host, "frmQuoteSiteTrial");
     Register<frmSecurityUpdate>(host, "frmSecurityUpdate");
     Register<frmTransactionUpdate>(host, "frmTransactionUpdate");
+    Register<frmWebBrowser>(host, "frmWebBrowser");
+    Register<frmInternetTran>(host, "frmInternetTran");
+    Register<frmWebLogin>(host, "frmWebLogin");
 }

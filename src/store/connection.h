@@ -74,6 +74,8 @@ public:
 
     int ColumnCount() const;
     QString ColumnName(int column) const;
+    /// The name of the table's own column behind one that a query renames; empty for an expression.
+    QString FieldName(int column) const;
     /// From the declared type; an expression counts as a text.
     FieldType ColumnType(int column) const;
 

@@ -71,10 +71,12 @@ void Recordset::Read()
         BindValue(statement, int(i) + 1, m_query.values[i]);
 
     m_names.clear();
+    m_fields.clear();
     m_columns.clear();
     m_types.clear();
     for (int i = 1; i < statement.ColumnCount(); ++i) {
         m_names << statement.ColumnName(i);
+        m_fields << statement.FieldName(i);
         m_columns.insert(statement.ColumnName(i).toLower(), i - 1);
         m_types.push_back(statement.ColumnType(i));
     }
@@ -212,7 +214,7 @@ void Recordset::Insert()
     for (size_t i = 0; i < row.values.size(); ++i) {
         if (IsNull(row.values[i]))
             continue; // the table's own default
-        names << m_names[int(i)];
+        names << m_fields[int(i)];
         marks << QStringLiteral("?");
         values.push_back(&row.values[i]);
     }
@@ -227,9 +229,8 @@ void Recordset::Insert()
     row.id = m_connection->LastInsertId();
 
     // Defaults and an AutoNumber are the store's: take them over.
-    Statement stored =
-        m_connection->Prepare(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
-                                  .arg(m_names.join(QLatin1Char(',')), m_query.table));
+    Statement stored = m_connection->Prepare(
+        QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?").arg(m_query.columns, m_query.table));
     stored.Bind(1, row.id);
     if (stored.Step())
         for (size_t i = 0; i < row.values.size(); ++i)
@@ -244,7 +245,7 @@ void Recordset::Rewrite()
     for (size_t i = 0; i < row.values.size(); ++i) {
         if (row.values[i] == m_before->values[i])
             continue;
-        assignments << m_names[int(i)] + QStringLiteral(" = ?");
+        assignments << m_fields[int(i)] + QStringLiteral(" = ?");
         values.push_back(&row.values[i]);
     }
     if (values.empty())

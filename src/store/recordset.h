@@ -10,7 +10,8 @@
 /// The rows lie in memory in the order of the query, so that an edit moves no row; Requery reads
 /// them anew. An edited row is written when the cursor leaves it, or by Update. Row numbers serve
 /// as bookmarks until the next Requery or Delete. Reading a field with no current row throws 3021,
-/// any use of a closed recordset 3704.
+/// any use of a closed recordset 3704. A query may rename columns ("Price AS [Last Price]"): they
+/// go by the new name here, and are written to the field behind it.
 
 #include "store/connection.h"
 #include "store/field_value.h"
@@ -95,6 +96,7 @@ private:
     Connection *m_connection = nullptr;
     RecordsetQuery m_query;
     QStringList m_names;
+    QStringList m_fields;          ///< what the table calls them
     QHash<QString, int> m_columns; ///< lower case
     std::vector<FieldType> m_types;
     std::vector<Row> m_rows;

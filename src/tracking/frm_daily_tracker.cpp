@@ -14,15 +14,6 @@
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
-namespace
-{
-
-const QString ToolTipText =
-    QStringLiteral("Click to select row then right click for popup menu options");
-constexpr int ToolTipUses = 2;
-
-} // namespace
-
 frmDailyTracker::frmDailyTracker(Program &program)
     : Form(program, QStringLiteral("frmDailyTracker"), QStringLiteral("Daily Tracker"),
            Placement::Child),
@@ -37,7 +28,8 @@ void frmDailyTracker::BuildGrids()
     m_dataGridStock = new DataGrid(this);
     m_dataGridStock->setObjectName(QStringLiteral("DataGridStock"));
     m_dataGridStock->setAccessibleName(QStringLiteral("Securities"));
-    m_dataGridStock->setToolTip(ToolTipText);
+    m_hint.emplace(*m_dataGridStock, QStringLiteral("Click to select row then right click for "
+                                                    "popup menu options"));
 
     m_lblGrandTotal = new QLabel(QStringLiteral("P O R T F O L I O     S U M M A R Y"), this);
     m_lblGrandTotal->setObjectName(QStringLiteral("lblGrandTotal"));
@@ -69,6 +61,7 @@ void frmDailyTracker::BuildGrids()
     m_dataGridStock->OnDoubleClick = [this](int) {
         Guarded([this] {
             m_program.UserActed();
+            DataGridStock_RowColChange();
             DataGridStock_DblClick();
         });
     };
@@ -78,9 +71,13 @@ void frmDailyTracker::BuildGrids()
             DataGridStock_HeadClick(column);
         });
     };
-    m_dataGridStock->OnMouseUp = [this](Qt::MouseButton) { DataGridStock_MouseUp(); };
+    m_dataGridStock->OnMouseUp = [this](Qt::MouseButton) { m_hint->MouseUp(); };
     m_dataGridStock->OnContextMenu = [this](const QPoint &) {
-        m_program.screens.ShowPopup(QStringLiteral("popDailyTracker"));
+        Guarded([this] {
+            // A list screen may have selected another security: the popup is for the marked row.
+            DataGridStock_RowColChange();
+            m_program.screens.ShowPopup(QStringLiteral("popDailyTracker"));
+        });
     };
 }
 
@@ -155,6 +152,10 @@ void frmDailyTracker::SetHooks()
         RefreshRows();
     };
     m_program.ReloadDataGrid = [this] { ReloadDataGrid(); };
+    m_program.ShowSelection = [this] {
+        const QScopedValueRollback refreshing(m_isRefreshing, true);
+        ShowSelection();
+    };
     m_program.AdodcStockHistory.OnRowsChanged = [this] { RefreshRows(); };
 }
 
@@ -162,6 +163,7 @@ void frmDailyTracker::ClearHooks()
 {
     m_program.UpdatePortfolioTotals = nullptr;
     m_program.ReloadDataGrid = nullptr;
+    m_program.ShowSelection = nullptr;
     m_program.AdodcStockHistory.OnRowsChanged = nullptr;
 }
 
@@ -183,7 +185,7 @@ void frmDailyTracker::OnUnload()
     }
     PostingWork work = m_program.Posting();
     CommitUndoTransaction(work); // what was not taken back is final, the last posting too
-    commands.SetCaption(QStringLiteral("popDTSplitMode"), QStringLiteral("Split Mode"));
+    EndSplitMode(commands, QStringLiteral("popDTSplitMode"));
     EnableUndoCommands(commands, false);
     Status(QString());
     m_program.UserActed();
@@ -258,33 +260,22 @@ void frmDailyTracker::DataGridStock_RowColChange()
         m_program.SelectionChanged();
 }
 
-void frmDailyTracker::DataGridStock_MouseUp()
-{
-    // A beginner's hint: whoever has clicked this often knows.
-    if (++ToolTipClicks > ToolTipUses)
-        m_dataGridStock->setToolTip(QString());
-}
-
 void frmDailyTracker::DataGridStock_HeadClick(int column)
 {
-    Status(QStringLiteral("Sorting on selected column, please wait..."));
     SortDescending = !SortDescending;
     const QString dataField = m_dataGridStock->Columns()[size_t(column)].dataField;
-    const std::optional<QString> order = GridOrderFor(dataField, SortDescending);
-    if (!order) {
-        const QString refusal = QStringLiteral("The selected column is not available for sorting");
-        Status(refusal);
-        MsgBox(refusal, Box::Exclamation, CaptionEditor());
-        return;
-    }
-    GridOrderBy = *order;
-    BuildGridQuery();
-    m_program.AdodcStockHistory.Requery();
-    m_dataGridStock->SetSortIndicator(column, SortDescending);
-    if (!RowsAreBusy())
-        m_dataGridStock->SetCurrentRow(0);
-    DataGridStock_RowColChange();
-    Status(QStringLiteral("Sort completed"));
+    SortByHeading(
+        m_program.services, GridOrderFor(dataField, SortDescending),
+        [&](const QString &clause) {
+            GridOrderBy = clause;
+            BuildGridQuery();
+            m_program.AdodcStockHistory.Requery();
+            m_dataGridStock->SetSortIndicator(column, SortDescending);
+            if (!RowsAreBusy())
+                m_dataGridStock->SetCurrentRow(0);
+            DataGridStock_RowColChange();
+        },
+        CaptionEditor());
 }
 
 // --- keys ---------------------------------------------------------------------------------------

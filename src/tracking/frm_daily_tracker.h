@@ -5,12 +5,14 @@
 ///
 /// While it is loaded it keeps open what postings and price cycles work on: the position rows
 /// (Program::AdodcStockHistory) and the purchase lots (Program::gRsLots). It fills in
-/// Program::UpdatePortfolioTotals and Program::ReloadDataGrid, by which they reach the screen.
+/// Program::UpdatePortfolioTotals and Program::ReloadDataGrid, by which they reach the screen, and
+/// Program::ShowSelection, by which a list screen does that selects a security.
 ///
 /// The current row of the grid is that of Selection::CurrentSymbol, in whatever order the rows
 /// come. During a price cycle and a posting the selection stays put, and the cursor of the rows is
 /// theirs; otherwise it follows the grid.
 
+#include "platform/widgets/list_grid.h"
 #include "program/command_target.h"
 #include "program/form.h"
 #include "tracking/frm_daily_tracker_grid.h"
@@ -65,7 +67,6 @@ private:
     void NewSecurity();
     void EditSecurity();
     void DataGridStock_HeadClick(int column);
-    void DataGridStock_MouseUp();
     /// Shows the rows anew; the current row stays that of the selection.
     void RefreshRows();
     void ShowSelection();
@@ -85,5 +86,5 @@ private:
     QString GridOrderBy;         ///< the clause that the rows are sorted by
     bool SortDescending = false; ///< turned over by each click on a heading, whatever the column
     bool FormLoading = false;
-    int ToolTipClicks = 0; ///< mouse-ups in the grid since Load
+    std::optional<GridHint> m_hint;
 };

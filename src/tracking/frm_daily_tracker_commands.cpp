@@ -197,27 +197,14 @@ void frmDailyTracker::UpdatePortfolioTotals()
 
 void frmDailyTracker::SplitMode()
 {
-    CommandStates &commands = m_program.services.commands;
-    const QString entry = QStringLiteral("popDTSplitMode");
-    if (m_dataGridStock->IsSplit())
-        m_dataGridStock->LeaveSplit();
-    else
-        m_dataGridStock->EnterSplit();
-    commands.SetCaption(entry, m_dataGridStock->IsSplit() ? QStringLiteral("Undo Split")
-                                                          : QStringLiteral("Split Mode"));
+    ::SplitMode(*m_dataGridStock, m_program.services.commands, QStringLiteral("popDTSplitMode"));
 }
 
 void frmDailyTracker::ApplyColors()
 {
     Settings &settings = m_program.settings;
-    if (settings.DTDataGridColor == 0)
-        settings.DTDataGridColor = ValueOfColor(m_dataGridStock->BackColor());
-    else
-        m_dataGridStock->SetBackColor(ColorOfValue(settings.DTDataGridColor));
-    if (settings.DTTotalGridColor == 0)
-        settings.DTTotalGridColor = ValueOfColor(m_flexGridTotals->BackColor());
-    else
-        m_flexGridTotals->SetBackColor(ColorOfValue(settings.DTTotalGridColor));
+    ApplyGridColor(*m_dataGridStock, settings.DTDataGridColor);
+    ApplyGridColor(*m_flexGridTotals, settings.DTTotalGridColor);
     ShowDataGridColor();
 }
 
@@ -231,13 +218,9 @@ void frmDailyTracker::ShowDataGridColor()
 
 void frmDailyTracker::ChgDataGridStockColor()
 {
-    const std::optional<Rgb> color =
-        m_program.services.dialogs.PickColor(m_dataGridStock->BackColor() & RGB_MASK);
-    if (!color)
-        return;
-    m_dataGridStock->SetBackColor(*color | ~RGB_MASK);
-    m_program.settings.DTDataGridColor = ValueOfColor(*color);
-    ShowDataGridColor();
+    if (ChooseGridColor(*m_dataGridStock, m_program.settings.DTDataGridColor,
+                        m_program.services.dialogs))
+        ShowDataGridColor();
 }
 
 void frmDailyTracker::ChgMSHFlexGridTotalsColor()

@@ -1,5 +1,6 @@
 #include "transactions/frm_transaction_update.h"
 
+#include "marketdata/historical_rows.h"
 #include "platform/widgets/click_list.h"
 #include "platform/widgets/date_field.h"
 #include "platform/widgets/field_edit.h"
@@ -265,12 +266,22 @@ void frmTransactionUpdate::cmdOK_Click()
     const PostingOutcome outcome = PostTransaction(work, entry, *this);
     ShowEntry(entry);
     if (outcome != PostingOutcome::Rejected) {
+        if (outcome == PostingOutcome::PostedSplit)
+            ReloadPricesLater(entry.Symbol);
         FinishOK(outcome);
         return;
     }
     ActionClickBlocked = false;
     UpdateUndoButton();
     cmdOK->setEnabled(ActionFitsType(CurrentAction(), m_program.entry.CurrentSecurityType));
+}
+
+/// The daily prices are those of before the split, and a chart of them would fall off a cliff: the
+/// next download loads them anew. The posting stands, whether this can be put down or not.
+void frmTransactionUpdate::ReloadPricesLater(const QString &symbol)
+{
+    Guarded([&] { MarkPricesToReload(m_program.databases.gConnHistPrices, symbol); });
+    m_program.priceUpdate.HistoricalRetryNeeded = true;
 }
 
 /// What follows a posting. The user may close this screen, or open another account, while the lists

@@ -70,6 +70,7 @@ private:
     void ShowZeroCommission();
 
     void cmdOK_Click();
+    void ReloadPricesLater(const QString &symbol);
     void FinishOK(PostingOutcome outcome);
     void cmdUndoLast_Click();
     bool OpenTracker();

@@ -244,7 +244,7 @@ TEST(Delivery, LeavesTheFolderAsItWasWhenATextIsBroken)
         {"sample_portfolio.json", "Practice quotes", "Praktice quotes",
          "Sample portfolio: no quote site 'Praktice quotes (simulated by this program)'"},
         {"quote_sites.json", "\"WebSiteName\"", "\"SiteName\"",
-         "table WebParameters has no column named SiteName"},
+         "Row 1: there is no column SiteName."},
         {"asset_classes.txt", "Technology", "Technologie",
          "Sample portfolio: unknown asset class 'Technology'"},
     };

@@ -234,8 +234,8 @@ TEST_F(MainWindow, BringsAnOpenScreenToTheFront)
 TEST_F(MainWindow, SaysWhichEntryIsNotBuiltYetAndDoesNothingElse)
 {
     run.App().Launch();
-    run.Choose("mnuQuillonHome");
-    EXPECT_EQ(run.Panel(1), "Quillon Home Page is not built yet");
+    run.Choose("mnuHelpAbout");
+    EXPECT_EQ(run.Panel(1), "About is not built yet");
     run.App().CommandRunner().PostNotBuilt("frmTransactionUpdate");
     EXPECT_EQ(run.Panel(1), "Transaction Update is not built yet");
     EXPECT_EQ(run.boxes.Texts(), QStringList());
@@ -477,6 +477,7 @@ TEST_F(MainWindow, KeepsTheAccountWhenTheFileDialogIsCancelled)
 
 TEST_F(MainWindow, ShowsMessageCountersAndLastUpdateInItsStatusBar)
 {
+    run.SetOption("WebPriceUpdate", "0");
     LaunchWithLogoff(15);
     run.State().priceUpdate.PriceUpdateActive = true;
     run.State().account.WebUpdateMinutes = Integer::FromWide(5);
@@ -497,7 +498,7 @@ TEST_F(MainWindow, ShowsMessageCountersAndLastUpdateInItsStatusBar)
 
 TEST_F(MainWindow, GreysTheCountersThatAreOff)
 {
-    run.App().Launch();
+    run.SetOption("WebPriceUpdate", "0").App().Launch();
     EXPECT_EQ(run.Panel(2), "Logoff disabled");
     EXPECT_EQ(run.Panel(5), "Price update disabled");
     EXPECT_FALSE(run.App().MainWindow().Status().PanelEnabled(2));

@@ -8,6 +8,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 
 namespace
@@ -143,6 +144,20 @@ TEST_F(Hosting, KeepsTheSmallWindowOnTopAndTheMainWindowInUse)
     EXPECT_TRUE(entry->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_EQ(entry->windowModality(), Qt::NonModal);
     EXPECT_EQ(entry->parentWidget(), &run.App().MainWindow());
+}
+
+TEST_F(Hosting, LeavesNoScreenBehindThatWasUnloadedJustBeforeTheEnd)
+{
+    AddLoading([] {});
+    Host().Show("frmLoading");
+    const QPointer<Form> shown = Host().Find("frmLoading");
+    Host().Unload("frmLoading");
+    Host().Load("frmLoading");
+    const QPointer<Form> hidden = Host().Find("frmLoading");
+    Host().Unload("frmLoading");
+    EXPECT_TRUE(shown && hidden); // the event loop has not come round to them
+    run.Renew();
+    EXPECT_TRUE(!shown && !hidden);
 }
 
 // --- boxes of the desktop ------------------------------------------------------------------------

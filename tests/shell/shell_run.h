@@ -68,6 +68,10 @@ public:
             clock, boxes, m_end, m_folder.SettingsFile(), m_folder.Path(),
             QLocale(QLocale::English, QLocale::UnitedStates));
         m_application->OnEnded = [this] { ++timesEnded; };
+        State().services.openInBrowser = [this](const QString &address) {
+            openedPages << address;
+            return hasBrowser;
+        };
     }
     /// Replaces a screen, known or not, by a plain one.
     void AddScreen(const QString &name, Placement placement = Placement::Dialog,
@@ -150,6 +154,8 @@ public:
     ScriptedBoxes boxes;
     QStringList log; ///< of the plain screens
     int timesEnded = 0;
+    QStringList openedPages; ///< addresses handed to the user's browser
+    bool hasBrowser = true;
 
 private:
     struct ThrowingEnd : Lifetime

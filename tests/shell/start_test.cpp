@@ -58,10 +58,10 @@ TEST_F(Start, ShowsTheSplashForTwoAndAHalfSeconds)
 
 TEST_F(Start, ClearsTheDateRangeOfTheLists)
 {
-    run.State().run.ListFrom = run.State().run.ListTo = QDate(2025, 12, 31);
+    run.State().run.ListDateFrom = run.State().run.ListDateTo = QDate(2025, 12, 31);
     run.App().Launch();
-    EXPECT_EQ(run.State().run.ListFrom, QDate(1900, 1, 1));
-    EXPECT_EQ(run.State().run.ListTo, QDate(1900, 1, 1));
+    EXPECT_EQ(run.State().run.ListDateFrom, QDate(1900, 1, 1));
+    EXPECT_EQ(run.State().run.ListDateTo, QDate(1900, 1, 1));
 }
 
 TEST_F(Start, OpensTheScreensOfTheSettingsInTheirOrder)
@@ -110,7 +110,7 @@ TEST_F(Start, ShowsNoTipWhenTipsAreSwitchedOff)
 
 TEST_F(Start, SaysNothingAboutScreensThatAreYetToCome)
 {
-    run.SetOption("DailyTracker", "0").App().Launch();
+    run.SetOption("DailyTracker", "0").SetOption("WebPriceUpdate", "0").App().Launch();
     EXPECT_EQ(run.Panel(1), "");
     EXPECT_EQ(run.Panel(5), "Price update disabled");
     EXPECT_EQ(run.State().priceUpdate.ConnectionState, 3);

@@ -158,6 +158,22 @@ TEST_F(Columns, AreFoundByNameWhateverTheCase)
     EXPECT_EQ(ErrorOf([this] { m_rows.Column("Price"); }), 3265);
 }
 
+TEST_F(Columns, GoByTheNameThatTheQueryGivesThemAndAreWrittenToTheirField)
+{
+    OpenThree();
+    m_rows.Open(m_account, {"ID, Symbol AS [The Symbol], Shares AS Count", "PriceHistory", ""});
+    EXPECT_EQ(m_rows.ColumnNames(), QStringList({"ID", "The Symbol", "Count"}));
+    EXPECT_EQ(m_rows.Type(m_rows.Column("Count")), FieldType::Single);
+    m_rows.Set("The Symbol", QString("ZETA"));
+    m_rows.Update();
+    m_rows.AddNew();
+    m_rows.Set("The Symbol", QString("DELL"));
+    m_rows.Set("Count", Five);
+    m_rows.Update();
+    EXPECT_EQ(m_rows.Number(m_rows.Column("ID")), 4); // taken over from the store
+    EXPECT_EQ(Stored(), "ZETA 0, BOLT 0, CORE 0, DELL 5");
+}
+
 TEST_F(Columns, HaveTheTypeOfTheirDeclaration)
 {
     const auto typesOf = [this](const QString &table) {

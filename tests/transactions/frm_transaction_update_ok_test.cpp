@@ -2,6 +2,7 @@
 
 #include "entry_screen.h"
 
+#include "marketdata/historical_rows.h"
 #include "program/list_refresh.h"
 
 #include <QClipboard>
@@ -313,6 +314,35 @@ TEST_F(EntryScreen, SplitsTwoForOneAsOffered)
     Choose("Split");
     Click("cmdOK");
     EXPECT_EQ(Row("ACME").Shares, Single::FromDouble(200));
+}
+
+TEST_F(EntryScreen, HasTheDailyPricesOfASplitSymbolLoadedAnew)
+{
+    Open("ACME");
+    Choose("Split");
+    Click("cmdOK");
+    EXPECT_EQ(PricesToReload(State().databases.gConnHistPrices), QStringList("ACME"));
+    EXPECT_TRUE(State().priceUpdate.HistoricalRetryNeeded);
+}
+
+TEST_F(EntryScreen, LeavesTheDailyPricesAtATrade)
+{
+    Open("ACME");
+    Post("Buy", "10", "10");
+    EXPECT_EQ(PricesToReload(State().databases.gConnHistPrices), QStringList());
+    EXPECT_FALSE(State().priceUpdate.HistoricalRetryNeeded);
+}
+
+TEST_F(EntryScreen, PostsASplitThoughItsDailyPricesCannotBeMarked)
+{
+    Open("ACME");
+    State().databases.gConnHistPrices.Execute("PRAGMA query_only = ON");
+    Choose("Split");
+    Click("cmdOK");
+    EXPECT_EQ(Row("ACME").Shares, Single::FromDouble(200));
+    EXPECT_EQ(Text("txtNumberOfShares"), "");
+    EXPECT_TRUE(Boxes().join("|").contains("attempt to write a readonly database"));
+    State().databases.gConnHistPrices.Execute("PRAGMA query_only = OFF");
 }
 
 TEST_F(EntryScreen, PostsADepositWithoutATransactionOnTheLots)

@@ -413,6 +413,26 @@ TEST(DataGrid, ShowsTheToolTipOfTheGridOverItsCells)
     QToolTip::hideText();
 }
 
+TEST(DataGrid, ShowsTheWholeOfATextThatIsCutOffInsteadOfItsToolTip)
+{
+    const QString address = QString(120, 'a') + "<b>";
+    Rows source(std::vector<QStringList>{{"ACME", address}});
+    DataGrid grid;
+    grid.setToolTip("Click to select row");
+    grid.SetSource({{"Symbol", "Symbol"}, {"Address", "Address", Qt::AlignLeft, 80}}, &source);
+    Show(grid);
+    const auto tipOver = [&](int place) {
+        const auto target = grid.CellTarget(0, place);
+        QHelpEvent help(QEvent::ToolTip, target.center, target.widget->mapToGlobal(target.center));
+        QApplication::sendEvent(target.widget, &help);
+        const QString tip = QToolTip::text();
+        QToolTip::hideText();
+        return tip;
+    };
+    EXPECT_EQ(tipOver(1), "<qt>" + address.toHtmlEscaped() + "</qt>");
+    EXPECT_EQ(tipOver(0), "Click to select row");
+}
+
 TEST(DataGrid, TellsItsNameToAScreenReader)
 {
     Rows source(Positions());

@@ -116,6 +116,7 @@ public:
     // --- as shown: see ShownGrid ----------------------------------------------------------------
 
     QStringList Captions() const override;
+    QStringList DataFields() const override;
     QString CellText(int row, int place) const override;
     Target CellTarget(int row, int place) override;
     Target HeaderTarget(int place) override;

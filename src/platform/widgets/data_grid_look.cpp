@@ -196,6 +196,14 @@ QStringList DataGrid::Captions() const
     return captions;
 }
 
+QStringList DataGrid::DataFields() const
+{
+    QStringList fields;
+    for (const int column : ShownColumns())
+        fields << Columns()[column].dataField;
+    return fields;
+}
+
 QString DataGrid::CellText(int row, int place) const
 {
     return m_model->Text(row, ColumnAt(place));

@@ -21,6 +21,9 @@ public:
                           const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     bool eventFilter(QObject *editor, QEvent *event) override;
+    /// A text that is cut off is shown in full; else the tool tip is the grid's.
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override;
 
 private:
     DataGrid &m_grid;

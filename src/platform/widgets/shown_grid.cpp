@@ -41,7 +41,7 @@ int ShownGrid::ColumnByCaption(const QString &caption) const
         if (captions[place].trimmed() == caption.trimmed())
             return place;
     }
-    return -1;
+    return static_cast<int>(DataFields().indexOf(caption));
 }
 
 bool ShownGrid::SelectRow(int row, int place)

@@ -20,6 +20,8 @@ public:
     virtual ~ShownGrid() = default;
 
     virtual QStringList Captions() const = 0;
+    /// The fields behind the columns, place by place, of a grid that has fields.
+    virtual QStringList DataFields() const { return {}; }
     /// Rows with content, without the empty one in which a new row is begun.
     virtual int RowCount() const = 0;
     virtual QString CellText(int row, int place) const = 0;
@@ -37,7 +39,8 @@ public:
     /// Where the rows are drawn; takes the mouse below the last row, and in an empty grid.
     virtual QWidget *Viewport() = 0;
 
-    /// The column with this caption, first as it stands, then without the blanks around it; -1.
+    /// The column with this caption, first as it stands, then without the blanks around it, then the
+    /// one of this field; -1.
     int ColumnByCaption(const QString &caption) const;
 
     /// These send mouse events and return false when there is nothing to click on.

@@ -1,0 +1,184 @@
+#include "marketdata/frm_web_browser.h"
+
+#include "program/browser_view.h"
+#include "program/external_browser.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+
+const QString IntradayEntry = QStringLiteral("popDTChartIntraday");
+const QString MapEntry = QStringLiteral("popDTChartMapOfMarket");
+
+/// In place of the page: where it is to be seen. Its property "text" is the address.
+class PageOutside : public BrowserView
+{
+public:
+    explicit PageOutside(QWidget *parent) : BrowserView(parent), m_address(new QLabel(this))
+    {
+        auto *note = new QLabel(QStringLiteral("Web pages are shown in your web browser.\n"
+                                               "Refresh opens this one there again:"),
+                                this);
+        note->setAlignment(Qt::AlignCenter);
+        m_address->setObjectName(QStringLiteral("lblAddress"));
+        m_address->setAccessibleName(QStringLiteral("Address of the page"));
+        m_address->setAlignment(Qt::AlignCenter);
+        m_address->setWordWrap(true);
+        m_address->setTextFormat(Qt::PlainText);
+        m_address->setTextInteractionFlags(Qt::TextSelectableByMouse |
+                                           Qt::TextSelectableByKeyboard);
+        auto *layout = new QVBoxLayout(this);
+        layout->addStretch();
+        layout->addWidget(note);
+        layout->addWidget(m_address);
+        layout->addStretch();
+    }
+
+    void Navigate(const QUrl &page) override
+    {
+        m_address->setText(page.toString());
+        setProperty("text", page.toString());
+    }
+    void Refresh() override {} // what the user's browser shows is his
+
+private:
+    QLabel *m_address;
+};
+
+} // namespace
+
+frmWebBrowser::frmWebBrowser(Program &program)
+    : Form(program, QStringLiteral("frmWebBrowser"), QStringLiteral("Web Browser"),
+           Placement::Child),
+      tmrWebBrowser(program.services.clock.CreateTimer([this] { tmrWebBrowser_Timer(); }))
+{
+    tmrWebBrowser->SetInterval(65000ms); // as the timer of the prices
+    BuildView();
+
+    QPushButton *cmdRefresh = MakeButton("cmdRefresh", "&Refresh");
+    QPushButton *cmdHelp = MakeButton("cmdHelp", "&Help");
+    QPushButton *cmdClose = MakeButton("cmdClose", "&Close");
+    OnClick(cmdRefresh, [this] { cmdRefresh_Click(); });
+    OnClick(cmdHelp, [this] { cmdHelp_Click(); });
+    OnClick(cmdClose, [this] { UnloadMe(); });
+
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(cmdRefresh);
+    buttons->addWidget(cmdClose);
+    buttons->addStretch();
+    buttons->addWidget(cmdHelp);
+    auto *all = new QVBoxLayout(this);
+    all->addWidget(wbBrowser, 1);
+    all->addLayout(buttons);
+}
+
+void frmWebBrowser::BuildView()
+{
+    if (m_program.CreateBrowserView)
+        wbBrowser = m_program.CreateBrowserView(this);
+    m_showsPages = wbBrowser != nullptr;
+    if (!m_showsPages)
+        wbBrowser = new PageOutside(this);
+    wbBrowser->setObjectName(QStringLiteral("wbBrowser"));
+    wbBrowser->setAccessibleName(QStringLiteral("Web page"));
+    wbBrowser->OnNewWindow = [this](const QUrl &page) {
+        Guarded([&] {
+            m_program.UserActed();
+            OpenInternetExplorer(m_program, page.toString(QUrl::FullyEncoded));
+        });
+    };
+}
+
+QSize frmWebBrowser::sizeHint() const
+{
+    const RunState &run = m_program.run;
+    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
+        return Form::sizeHint();
+    return {run.ScreenWidth * 9 / 10, run.ScreenHeight * 8 / 10};
+}
+
+void frmWebBrowser::Load()
+{
+    Status(QStringLiteral("Browser navigation started..."));
+    if (m_program.WebAddress.isEmpty())
+        m_program.WebAddress = BuildIntradayChartAddress(m_program);
+    Navigate(m_program.WebAddress);
+    m_program.run.BrowserScreenOpen = true;
+    m_program.UserActed();
+    tmrWebBrowser->SetEnabled(true);
+    CommandStates &commands = m_program.services.commands;
+    if (!commands.Checked(MapEntry) && !commands.Checked(IntradayEntry))
+        commands.SetChecked(IntradayEntry, true);
+    Status(QStringLiteral("Browser navigation complete"));
+}
+
+void frmWebBrowser::Activate()
+{
+    m_program.WebAddress = BuildIntradayChartAddress(m_program);
+}
+
+void frmWebBrowser::OnUnload()
+{
+    m_program.run.BrowserScreenOpen = false;
+    tmrWebBrowser->SetEnabled(false);
+}
+
+// --- pages ---------------------------------------------------------------------------------------
+
+void frmWebBrowser::Navigate(const QString &address)
+{
+    ShowPage(address, Asked::ByUser);
+}
+
+void frmWebBrowser::ShowPage(const QString &address, Asked asked)
+{
+    m_address = address;
+    wbBrowser->Navigate(QUrl(address));
+    if (!m_showsPages && asked == Asked::ByUser && !address.isEmpty())
+        OpenInternetExplorer(m_program, address);
+}
+
+void frmWebBrowser::RefreshPage(Asked asked)
+{
+    if (m_showsPages)
+        wbBrowser->Refresh();
+    else
+        ShowPage(m_address, asked);
+}
+
+void frmWebBrowser::CountTick(Asked asked)
+{
+    ++RefreshTicks;
+    if (RefreshTicks < m_program.account.WebUpdateMinutes.Value())
+        return;
+    Status(QStringLiteral("Browser refresh started..."));
+    if (m_program.services.commands.Checked(IntradayEntry))
+        ShowPage(BuildIntradayChartAddress(m_program), asked);
+    else
+        RefreshPage(asked);
+
+    Program &program = m_program;
+    program.services.clock.Wait(750ms);
+    if (program.screens.Find(QStringLiteral("frmWebBrowser")) != this)
+        return; // closed meanwhile
+    Status(QStringLiteral("Refresh complete"));
+    RefreshTicks = 0;
+}
+
+void frmWebBrowser::cmdRefresh_Click()
+{
+    RefreshTicks = m_program.account.WebUpdateMinutes.Value();
+    CountTick(Asked::ByUser);
+}
+
+void frmWebBrowser::cmdHelp_Click()
+{
+    const bool showsMap = m_program.services.commands.Checked(MapEntry);
+    m_program.screens.ShowHelp(showsMap ? QStringLiteral("WBMapOfMarket.html")
+                                        : QStringLiteral("WBIntraDayChart.html"));
+}

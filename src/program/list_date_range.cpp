@@ -1,0 +1,53 @@
+#include "program/list_date_range.h"
+
+#include "platform/widgets/date_field.h"
+
+ListDateRange::ListDateRange(Form &form, Program &program) : m_program(program)
+{
+    const auto picker = [&](const char *name, const char *labelName, const char *caption,
+                            QLabel *&label) {
+        auto *field = new DateField(&form);
+        field->setObjectName(QString::fromUtf8(name));
+        label = new QLabel(QString::fromUtf8(caption), &form);
+        label->setObjectName(QString::fromUtf8(labelName));
+        label->setBuddy(field);
+        label->setMinimumWidth(label->sizeHint().width() + 3); // else the last letter is cut
+        field->setAccessibleName(label->text().remove(QLatin1Char('&')));
+        form.On(field, &DateField::dateChanged, [this, field] {
+            m_program.UserActed();
+            DateChanged(*field);
+        });
+        return field;
+    };
+    dtpFrom = picker("dtpFrom", "lblFrom", "&From", lblFrom);
+    dtpTo = picker("dtpTo", "lblTo", "&To", lblTo);
+    cmdOK = form.MakeButton("cmdOK", "&OK");
+    cmdOK->setDefault(true);
+    cmdOK->setToolTip(QStringLiteral("Select after changing 'From' and 'To' date."));
+}
+
+QDate ListDateRange::From() const
+{
+    return dtpFrom->date();
+}
+
+QDate ListDateRange::To() const
+{
+    return dtpTo->date();
+}
+
+void ListDateRange::Set(QDate from, QDate to)
+{
+    dtpFrom->setDate(from);
+    dtpTo->setDate(to);
+    // A picker that stood on its date already has told nothing.
+    DateChanged(*dtpFrom);
+    DateChanged(*dtpTo);
+}
+
+void ListDateRange::DateChanged(DateField &picker)
+{
+    picker.setToolTip(m_program.services.formats.ToText(picker.date()));
+    m_program.run.ListDateFrom = From();
+    m_program.run.ListDateTo = To();
+}
