@@ -4,11 +4,10 @@
 ///
 ///     bench_startup              (with the application folder beside the build)
 
-#include "bench_account.h"
+#include "program_folder.h"
 #include "shell/application.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QProcess>
 #include <QStandardItemModel>
 #include <QTableView>
@@ -51,33 +50,9 @@ int WholeProgram(QApplication &, const QString &appFolder)
     Application application(clock, dialogs, lifetime, appFolder + QStringLiteral("/settings.ini"),
                             appFolder, QLocale(QLocale::English, QLocale::UnitedStates));
     application.Launch();
+    application.State().databases.accountLock.Release(); // or the next start checks the account
     SettleAndLeave();
     return 0;
-}
-
-/// A copy of the application folder; with `positions` above zero the sample account has that many.
-void MakeFolder(const QString &from, const QString &to, int positions)
-{
-    QDir().mkpath(to);
-    for (const QFileInfo &file : QDir(from).entryInfoList(QDir::Files))
-        QFile::copy(file.filePath(), to + QLatin1Char('/') + file.fileName());
-    QDir().mkpath(to + QStringLiteral("/icons"));
-    for (const QFileInfo &file : QDir(from + QStringLiteral("/icons")).entryInfoList(QDir::Files))
-        QFile::copy(file.filePath(), to + QStringLiteral("/icons/") + file.fileName());
-    Connection account;
-    account.Open(to + QStringLiteral("/Sample Portfolio.mdb"));
-    WriteGuard guard(account);
-    for (int i = 0; i < positions; ++i) {
-        account.Execute(QStringLiteral("INSERT INTO DailyTracker (Symbol, Name, Shares, CurrPrice, "
-                                       "AvrgPrice, TransDate, Time) VALUES (?, 'Name', 10, 210000, "
-                                       "200000, '2026-02-27', '10:00:00.000')"),
-                        BenchAccount::Symbol(i));
-        account.Execute(QStringLiteral("INSERT INTO PriceHistory (Symbol, Shares, PurchasePrice, "
-                                       "TransDate, Time) VALUES (?, 10, 200000, '2026-02-27', "
-                                       "'10:00:00.000')"),
-                        BenchAccount::Symbol(i));
-    }
-    guard.Commit();
 }
 
 double MedianSeconds(const QStringList &arguments)
@@ -104,11 +79,9 @@ int main(int argc, char **argv)
     if (arguments.value(1) == QLatin1String("program"))
         return WholeProgram(application, arguments.value(2));
 
-    const QString delivered =
-        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../delivered"));
     QTemporaryDir folder;
-    MakeFolder(delivered, folder.filePath(QStringLiteral("sample")), 0);
-    MakeFolder(delivered, folder.filePath(QStringLiteral("large")), 500);
+    MakeFolder(DeliveredFolder(), folder.filePath(QStringLiteral("sample")), 0);
+    MakeFolder(DeliveredFolder(), folder.filePath(QStringLiteral("large")), 500);
     const double bare = MedianSeconds({QStringLiteral("bare")});
     const double sample =
         MedianSeconds({QStringLiteral("program"), folder.filePath(QStringLiteral("sample"))});

@@ -55,8 +55,8 @@ void frmHistoricalPriceList::BuildControls()
     m_hint.emplace(*DataGridHistoricalPriceList,
                    QStringLiteral("Click on column headings to sort that column."));
 
-    cmdHelp = MakeButton("cmdHelp", "&Help");
-    cmdClose = MakeButton("cmdClose", "&Close");
+    cmdHelp = MakeButton("cmdHelp", "Hel&p"); // the main menu has Alt+H, Alt+C and Alt+F
+    cmdClose = MakeButton("cmdClose", "C&lose");
 }
 
 void frmHistoricalPriceList::BuildLayout()
@@ -136,13 +136,15 @@ void frmHistoricalPriceList::Load()
     m_range.Set(run.ListDateFrom, rangeChosen ? run.ListDateTo : today);
     ApplyGridColor(*DataGridHistoricalPriceList, m_program.settings.HPDataGridColor);
 
-    if (!m_program.selection.CurrentSymbol.isEmpty())
+    if (!m_program.selection.CurrentSymbol.trimmed().isEmpty()) // a cash row has a blank
         run.OneSymbolOnly = true;
     FillSymbolList();
     GridOrderBy = InitialPriceOrder();
     AdodcHistoricalPriceList.Open(m_program.databases.gConnHistPrices, BuildHistoricalQuery());
     DataGridHistoricalPriceList->SetSource(m_source.Columns(), &m_source);
     DataGridHistoricalPriceList->SetSortIndicator(PriceSymbol, false);
+    RestoreColumnWidths(*DataGridHistoricalPriceList, m_program.services.settingsStore,
+                        objectName());
     m_program.UserActed();
     Status(QStringLiteral("The transaction Date and time can be changed on the Grid"));
 }
@@ -150,7 +152,7 @@ void frmHistoricalPriceList::Load()
 void frmHistoricalPriceList::Activate()
 {
     const QString &symbol = m_program.selection.CurrentSymbol;
-    if (symbol.isEmpty() || (m_program.run.OneSymbolOnly && symbol == ShownSymbol()))
+    if (symbol.trimmed().isEmpty() || (m_program.run.OneSymbolOnly && symbol == ShownSymbol()))
         return;
     ShowSymbol(symbol);
     combSymbolList_Click(symbol);
@@ -158,6 +160,7 @@ void frmHistoricalPriceList::Activate()
 
 void frmHistoricalPriceList::OnUnload()
 {
+    SaveColumnWidths(*DataGridHistoricalPriceList, m_program.services.settingsStore, objectName());
     EndSplitMode(m_program.services.commands, SplitEntry);
     m_program.run.OneSymbolOnly = false;
     m_program.UserActed();

@@ -176,6 +176,7 @@ void frmQuoteServerUpdate::ShowSiteName()
     const int row = m_dataGridQuoteUpdate->CurrentRow();
     const int name = AdodcQuoteServerUpdate.Column(QStringLiteral("website Name"));
     m_lblSite->setText(row < 0 ? QString() : m_source.Text(row, name));
+    m_lblSite->setToolTip(m_lblSite->text()); // for a name that is cut off
 }
 
 // --- cells and rows -----------------------------------------------------------------------------

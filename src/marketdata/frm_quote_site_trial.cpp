@@ -154,7 +154,9 @@ void frmQuoteSiteTrial::BuildReply()
     txtReply = ReadOnlyText("txtReply", QStringLiteral("Reply of the site"), 10, this);
     txtReply->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     txtReply->setWordWrapMode(QTextOption::WrapAnywhere);
-    txtReply->setMinimumWidth(fontMetrics().averageCharWidth() * 130);
+    const int wanted = fontMetrics().averageCharWidth() * 130;
+    const int screenWidth = m_program.run.ScreenWidth;
+    txtReply->setMinimumWidth(screenWidth > 0 ? std::min(wanted, screenWidth * 9 / 10) : wanted);
     auto *lblReply = new QLabel(QStringLiteral("&Reply"), this);
     lblReply->setBuddy(txtReply);
     lblLegend = new QLabel(this);

@@ -15,16 +15,18 @@ namespace
 const QString IntradayEntry = QStringLiteral("popDTChartIntraday");
 const QString MapEntry = QStringLiteral("popDTChartMapOfMarket");
 
+} // namespace
+
 /// In place of the page: where it is to be seen. Its property "text" is the address.
-class PageOutside : public BrowserView
+class frmWebBrowser::PageOutside : public BrowserView
 {
 public:
-    explicit PageOutside(QWidget *parent) : BrowserView(parent), m_address(new QLabel(this))
+    explicit PageOutside(QWidget *parent)
+        : BrowserView(parent), m_note(new QLabel(this)), m_address(new QLabel(this))
     {
-        auto *note = new QLabel(QStringLiteral("Web pages are shown in your web browser.\n"
-                                               "Refresh opens this one there again:"),
-                                this);
-        note->setAlignment(Qt::AlignCenter);
+        m_note->setObjectName(QStringLiteral("lblNote"));
+        m_note->setAlignment(Qt::AlignCenter);
+        m_note->setWordWrap(true);
         m_address->setObjectName(QStringLiteral("lblAddress"));
         m_address->setAccessibleName(QStringLiteral("Address of the page"));
         m_address->setAlignment(Qt::AlignCenter);
@@ -34,7 +36,7 @@ public:
                                            Qt::TextSelectableByKeyboard);
         auto *layout = new QVBoxLayout(this);
         layout->addStretch();
-        layout->addWidget(note);
+        layout->addWidget(m_note);
         layout->addWidget(m_address);
         layout->addStretch();
     }
@@ -45,12 +47,13 @@ public:
         setProperty("text", page.toString());
     }
     void Refresh() override {} // what the user's browser shows is his
+    /// Says what became of the page.
+    void SetNote(const QString &text) { m_note->setText(text); }
 
 private:
+    QLabel *m_note;
     QLabel *m_address;
 };
-
-} // namespace
 
 frmWebBrowser::frmWebBrowser(Program &program)
     : Form(program, QStringLiteral("frmWebBrowser"), QStringLiteral("Web Browser"),
@@ -61,8 +64,8 @@ frmWebBrowser::frmWebBrowser(Program &program)
     BuildView();
 
     QPushButton *cmdRefresh = MakeButton("cmdRefresh", "&Refresh");
-    QPushButton *cmdHelp = MakeButton("cmdHelp", "&Help");
-    QPushButton *cmdClose = MakeButton("cmdClose", "&Close");
+    QPushButton *cmdHelp = MakeButton("cmdHelp", "Hel&p"); // Alt+H and Alt+C are the main menu's
+    QPushButton *cmdClose = MakeButton("cmdClose", "C&lose");
     OnClick(cmdRefresh, [this] { cmdRefresh_Click(); });
     OnClick(cmdHelp, [this] { cmdHelp_Click(); });
     OnClick(cmdClose, [this] { UnloadMe(); });
@@ -81,9 +84,8 @@ void frmWebBrowser::BuildView()
 {
     if (m_program.CreateBrowserView)
         wbBrowser = m_program.CreateBrowserView(this);
-    m_showsPages = wbBrowser != nullptr;
-    if (!m_showsPages)
-        wbBrowser = new PageOutside(this);
+    if (!wbBrowser)
+        wbBrowser = m_pageOutside = new PageOutside(this);
     wbBrowser->setObjectName(QStringLiteral("wbBrowser"));
     wbBrowser->setAccessibleName(QStringLiteral("Web page"));
     wbBrowser->OnNewWindow = [this](const QUrl &page) {
@@ -139,13 +141,27 @@ void frmWebBrowser::ShowPage(const QString &address, Asked asked)
 {
     m_address = address;
     wbBrowser->Navigate(QUrl(address));
-    if (!m_showsPages && asked == Asked::ByUser && !address.isEmpty())
-        OpenInternetExplorer(m_program, address);
+    if (m_pageOutside && asked == Asked::ByUser)
+        OpenOutside();
+}
+
+/// What went wrong stands on the screen, which may come up with each start of the program: no box.
+void frmWebBrowser::OpenOutside()
+{
+    if (m_address.isEmpty())
+        m_pageOutside->SetNote(QStringLiteral("No web address is set for this page."));
+    else if (TryInternetExplorer(m_program, m_address))
+        m_pageOutside->SetNote(QStringLiteral("Web pages are shown in your web browser.\n"
+                                              "Refresh opens this one there again:"));
+    else
+        m_pageOutside->SetNote(
+            QStringLiteral("This page could not be opened in your web browser.\n"
+                           "You can type its address into the browser yourself:"));
 }
 
 void frmWebBrowser::RefreshPage(Asked asked)
 {
-    if (m_showsPages)
+    if (!m_pageOutside)
         wbBrowser->Refresh();
     else
         ShowPage(m_address, asked);

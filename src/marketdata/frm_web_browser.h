@@ -6,8 +6,8 @@
 /// chart is asked for anew, for the security that is selected by then; any other page is refreshed.
 ///
 /// Without the plug-in that shows pages, wbBrowser names the page instead, and a page that the user
-/// asks for opens in his own browser. The timer opens none there: each time would be a further
-/// window.
+/// asks for opens in his own browser; when none takes it, wbBrowser says so. The timer opens none
+/// there: each time would be a further window.
 
 #include "program/browser_screen.h"
 #include "program/form.h"
@@ -27,6 +27,7 @@ public:
     QSize sizeHint() const override;
 
 private:
+    class PageOutside;
     enum class Asked
     {
         ByUser,
@@ -35,6 +36,7 @@ private:
 
     void BuildView();
     void ShowPage(const QString &address, Asked asked);
+    void OpenOutside();
     void RefreshPage(Asked asked);
     /// A tick counts; the one that reaches WebUpdateMinutes brings the page up to date.
     void CountTick(Asked asked);
@@ -43,8 +45,8 @@ private:
     void cmdHelp_Click();
 
     BrowserView *wbBrowser = nullptr;
-    bool m_showsPages = false; ///< wbBrowser is the plug-in's
-    QString m_address;         ///< of the page asked for last
+    PageOutside *m_pageOutside = nullptr; ///< wbBrowser, unless that is the plug-in's
+    QString m_address;                    ///< of the page asked for last
     std::unique_ptr<ClockTimer> tmrWebBrowser;
     int RefreshTicks = 0; ///< since the last refresh
 };

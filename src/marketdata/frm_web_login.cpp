@@ -53,6 +53,7 @@ frmWebLogin::frmWebLogin(Program &program)
 void frmWebLogin::BuildControls()
 {
     txtLoginID->setObjectName(QStringLiteral("txtLoginID"));
+    txtLoginID->setMinimumWidth(fontMetrics().averageCharWidth() * 32); // for a mail address
     txtLoginID->setAccessibleName(QStringLiteral("Login ID"));
     txtPassword->setObjectName(QStringLiteral("txtPassword"));
     txtPassword->setAccessibleName(QStringLiteral("Password"));

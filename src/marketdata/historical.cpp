@@ -4,8 +4,9 @@
 // whatever is asked for they could fall due in turns for ever; a symbol that has got no older and no
 // newer day in two full rounds of both counts is therefore left alone.
 //
-// After a split the symbol is loaded anew: all pages are gathered first, and replace what is stored
-// when they reach back as far. Until then the rows stay, and so does the mark.
+// After a split the symbol is loaded anew, as far back as it is stored: all pages are gathered first,
+// and replace what is stored when they reach back as far, or over the months to keep. Until then the
+// rows stay, and so does the mark.
 
 #include "marketdata/historical.h"
 
@@ -130,14 +131,14 @@ private:
     {
         Status(QStringLiteral("Loading the daily prices of %1 anew after its split..."));
         constexpr int DaysOfGrace = 7; // a wanted first day may be a holiday
-        const QDate first = m_today.addMonths(-m_work.settings.HistPriceMonths).addDays(-3);
-        std::map<QDate, HistPrice> days;
-        if (!GatherDays(first, days))
-            return false;
+        const QDate wanted = m_today.addMonths(-m_work.settings.HistPriceMonths).addDays(-3);
         const QDate stored = OldestPriceDate(m_work.gConnHistPrices, m_symbol);
+        std::map<QDate, HistPrice> days;
+        if (!GatherDays(stored.isValid() ? std::min(stored, wanted) : wanted, days))
+            return false;
         const bool reachesBack =
             !stored.isValid() ||
-            (!days.empty() && days.begin()->first <= std::max(stored, first).addDays(DaysOfGrace));
+            (!days.empty() && days.begin()->first <= std::max(stored, wanted).addDays(DaysOfGrace));
         if (!reachesBack) {
             Status(QStringLiteral("The daily prices of %1 before its split are kept: no new ones "
                                   "came. The next update of daily prices tries again."));

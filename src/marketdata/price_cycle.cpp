@@ -103,7 +103,7 @@ void PriceCycle::tmrGetCurrPrice_Timer()
         Stop();
         return;
     }
-    if (!CycleIsDue())
+    if (!CycleIsDue() || StopRequested)
         return;
     ForceUpdate = false;
     m_work.state.UpdateInProgress = true;
@@ -120,10 +120,10 @@ bool PriceCycle::CycleIsDue()
 {
     PriceUpdateState &state = m_work.state;
     state.MinutesSinceUpdate += 1;
-    if (state.UpdateInProgress) // this tick fires in a wait of the cycle before
-        return false;
     state.ConnectionState = 1;
     Post(QString());
+    if (state.UpdateInProgress) // this tick fires in a wait of the cycle before
+        return false;
     if (state.MinutesSinceUpdate < m_work.account.WebUpdateMinutes && !ForceUpdate)
         return false;
     // The Daily Tracker may still be coming up, with a question on the screen.

@@ -7,6 +7,15 @@ namespace
 
 constexpr int EmptyAnswersBeforeSwitch = 2;
 
+/// Both fields empty, or both null. A row with one of each is taken, and found out by its cycle.
+bool CannotQuoteOptions(const Recordset &sites)
+{
+    const int prefix = sites.Column(QStringLiteral("OptionPrefix"));
+    const int suffix = sites.Column(QStringLiteral("OptionSuffix"));
+    return sites.Text(prefix).isEmpty() && sites.Text(suffix).isEmpty() &&
+           sites.IsFieldNull(prefix) == sites.IsFieldNull(suffix);
+}
+
 bool IsOffLine(int responseCode)
 {
     return responseCode == 0 || responseCode == Inet::NameNotResolved;
@@ -206,7 +215,7 @@ void SiteLadder::TakeSiteOfGroup(int similarSite)
         if (site.SimilarSite != similarSite)
             continue;
         // The first site of the group ends the search, even when it cannot quote options either.
-        if (!OptionUnsupported || !site.OptionPrefix.isEmpty() || !site.OptionSuffix.isEmpty())
+        if (!OptionUnsupported || !CannotQuoteOptions(sites))
             account.CurrentWebSiteName = site.WebSiteName;
         return;
     }

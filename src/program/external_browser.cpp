@@ -16,16 +16,22 @@ bool IsWebPage(const QString &address)
 
 } // namespace
 
-void OpenInternetExplorer(Program &program, const QString &address)
+bool TryInternetExplorer(Program &program, const QString &address)
 {
     const Services &services = program.services;
     services.status.Post(QStringLiteral("Navigating to website..."));
     program.run.BrowserAlive =
         IsWebPage(address) && services.openInBrowser && services.openInBrowser(address);
-    if (program.run.BrowserAlive)
+    if (!program.run.BrowserAlive)
+        services.status.Post(QString());
+    return program.run.BrowserAlive;
+}
+
+void OpenInternetExplorer(Program &program, const QString &address)
+{
+    if (TryInternetExplorer(program, address))
         return;
-    services.status.Post(QString());
-    services.dialogs.MsgBox(
+    program.services.dialogs.MsgBox(
         QStringLiteral("This page could not be opened in your web browser:\n%1\n\n"
                        "You can type the address into the browser yourself.")
             .arg(address),

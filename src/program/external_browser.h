@@ -14,3 +14,5 @@
 /// Services::openInBrowser. Sets BrowserAlive; when the address is no web page or no browser takes
 /// it, clears BrowserAlive and shows a box with the address, which the user can go to by hand.
 void OpenInternetExplorer(Program &program, const QString &address);
+/// The same without the box; false when no browser took the page. For who says so in another way.
+bool TryInternetExplorer(Program &program, const QString &address);

@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPointer>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 #include <utility>
@@ -159,6 +160,10 @@ void ScreenHost::DisplayChild(LoadedScreen &screen)
         screen.subWindow->show();
     screen.form->show();
     area->setActiveSubWindow(screen.subWindow);
+    // The first web page makes the desktop take the main window for a new one, of its usual size.
+    QWindow *desktop = m_window->windowHandle();
+    if (desktop && m_window->isMaximized() && !(desktop->windowStates() & Qt::WindowMaximized))
+        desktop->setWindowStates(Qt::WindowMaximized);
 }
 
 void ScreenHost::DisplayWindow(LoadedScreen &screen, Qt::WindowFlags type)
@@ -227,9 +232,13 @@ void ScreenHost::Remove(const QString &form)
         m_program->services.commands.SetChecked(entry, false);
     QWidget *shown = screen->subWindow ? static_cast<QWidget *>(screen->subWindow) : screen->form;
     if (shown) {
+        const bool wasMaximized = screen->subWindow && shown->isMaximized();
         shown->hide();
         if (screen->subWindow)
             m_window->Area()->removeSubWindow(shown);
+        QMdiSubWindow *next = wasMaximized ? m_window->Area()->activeSubWindow() : nullptr;
+        if (next) // of maximized screens the one behind is maximized as well
+            next->showMaximized();
         shown->deleteLater();
         m_removed.removeIf([](const auto &gone) { return gone.isNull(); });
         m_removed.append(shown);

@@ -49,6 +49,27 @@ QString Minutes(const QString &before, int minutes)
     return QStringLiteral("%1%2 minutes").arg(before).arg(minutes);
 }
 
+/// Holds the message. A label asks for a new layout with each text, up to the main window, which is
+/// painted for it; here the label has no layout around it, and only itself to paint.
+class MessagePlace : public QWidget
+{
+public:
+    MessagePlace(QLabel *message, QWidget *parent) : QWidget(parent), m_message(message)
+    {
+        // A long message is cut rather than widening the window, but always has a place.
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        setMinimumWidth(message->fontMetrics().averageCharWidth() * 24);
+        message->setParent(this);
+    }
+    QSize sizeHint() const override { return {minimumWidth(), m_message->sizeHint().height()}; }
+
+protected:
+    void resizeEvent(QResizeEvent *) override { m_message->setGeometry(rect()); }
+
+private:
+    QLabel *m_message;
+};
+
 } // namespace
 
 StatusPanels::StatusPanels()
@@ -61,12 +82,10 @@ StatusPanels::StatusPanels()
         panel->setObjectName(QStringLiteral("MDIStatusBar%1").arg(i + 1));
         panel->setAccessibleName(QString::fromUtf8(names[i]));
         panel->setTextFormat(Qt::PlainText);
-        // A long message is cut rather than widening the window, but always has a place.
-        if (i + 1 == MessagePanel) {
-            panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-            panel->setMinimumWidth(panel->fontMetrics().averageCharWidth() * 24);
-        }
-        addPermanentWidget(panel, i + 1 == MessagePanel ? 1 : 0);
+        if (i + 1 == MessagePanel)
+            addPermanentWidget(new MessagePlace(panel, this), 1);
+        else
+            addPermanentWidget(panel);
     }
 }
 
@@ -104,10 +123,11 @@ void StatusPanels::Update(const Program &program, const QString &gStatusMessage)
 void StatusPanels::ShowConnectionState(int state, const QString &appPath)
 {
     const QString file = PictureOf(state);
-    if (file.isEmpty())
+    if (file.isEmpty() || file == m_pictureFile)
         return;
     QLabel *panel = m_panels[PicturePanel - 1];
     panel->setPixmap(QPixmap(appPath + QLatin1Char('/') + file));
+    panel->setFixedSize(panel->sizeHint()); // with the same size the bar is not laid out anew
     panel->setToolTip(MeaningOf(state));
     m_pictureFile = file;
 }

@@ -3,7 +3,7 @@
 # folder, with settings of its own, in a temporary folder that is gone afterwards. The output is
 # shown when the script fails, and the driver's exit status is passed on. A file SCRIPT.sql beside
 # the script prepares the sample account; with a first line "-- starts from OTHER.sql" that file
-# comes before it.
+# comes before it, and so on.
 set -euo pipefail
 
 drive="$(realpath "$1")"
@@ -15,15 +15,14 @@ trap 'rm -rf "$work"' EXIT
 mkdir -m 700 "$work/home"
 cp -r "$app" "$work/app"
 cd "$work"
-statements="${script%.drive}.sql"
 prepare() {
+    local base
+    base="$(sed -n '1s/^-- starts from //p' "$1")"
+    [[ -z "$base" ]] || prepare "$(dirname "$1")/$base"
     "$(dirname "$drive")/tests/prepare_account" "$work/app/Sample Portfolio.mdb" "$1"
 }
-if [[ -f "$statements" ]]; then
-    base="$(sed -n '1s/^-- starts from //p' "$statements")"
-    [[ -z "$base" ]] || prepare "$(dirname "$script")/$base"
-    prepare "$statements"
-fi
+statements="${script%.drive}.sql"
+[[ ! -f "$statements" ]] || prepare "$statements"
 
 status=0
 HOME="$work/home" XDG_CONFIG_HOME="$work/home" XDG_RUNTIME_DIR="$work/home" \

@@ -222,19 +222,29 @@ public:
     WebAddresses webAddresses;
     std::shared_ptr<Screens> screens;
     std::chrono::milliseconds requestTimeout{60000};
+    std::function<void()> OnStatus; ///< called behind each status text
 
 private:
     struct RecordedStatus : StatusLine
     {
-        void Post(const QString &text) override { texts << text; }
+        explicit RecordedStatus(CycleRun &run) : m_run(run) {}
+        void Post(const QString &text) override
+        {
+            texts << text;
+            if (m_run.OnStatus)
+                m_run.OnStatus();
+        }
         QStringList texts;
+
+    private:
+        CycleRun &m_run;
     };
     struct ThrowingEnd : Lifetime
     {
         [[noreturn]] void End() override { throw ProgramEnded(); }
     };
 
-    RecordedStatus m_status;
+    RecordedStatus m_status{*this};
     ThrowingEnd m_lifetime;
     SettingsStore m_settingsStore{folder.SettingsFile()};
     const Formats m_formats{QLocale(QLocale::English, QLocale::UnitedStates)};

@@ -156,6 +156,40 @@ TEST_F(FrmInternetTran, LeavesTheRowsToTheEntryThatOpensInTheMidstOfATransfer)
     EXPECT_EQ(Price(), Currency("12.5"));
 }
 
+TEST_F(FrmInternetTran, LeavesTheRowsToTheEntryThatOpensInAnyWaitOfACycle)
+{
+    Launch();
+    Advance(5);
+    bool opened = true;
+    int wait = 0;
+    for (; opened; ++wait) {
+        ASSERT_LT(wait, 200);
+        SCOPED_TRACE(wait);
+        const Currency before = Price();
+        const Currency next(std::to_string(100 + wait).c_str());
+        server.On("/q", Acme(QByteArray::number(100 + wait)));
+        opened = false;
+        int left = wait;
+        run.clock.OnWaitEnd = [&] {
+            if (left-- == 0) {
+                opened = true;
+                run.App().Host().Show("frmTransactionUpdate");
+            }
+        };
+        run.Choose("Connect"); // off and on: a cycle comes
+        run.Choose("Connect");
+        Advance(5);
+        run.clock.OnWaitEnd = nullptr;
+        EXPECT_EQ(IsOn(), !opened);
+        EXPECT_FALSE(run.State().priceUpdate.UpdateInProgress);
+        EXPECT_EQ(Price(), opened ? before : next);
+        if (opened)
+            run.App().Host().Unload("frmTransactionUpdate");
+    }
+    EXPECT_GT(wait, 2);
+    EXPECT_TRUE(run.boxes.boxes.empty());
+}
+
 TEST_F(FrmInternetTran, LetsTheProgramEndInTheMidstOfATransfer)
 {
     Launch();

@@ -483,11 +483,19 @@ TEST_F(WebBrowserScreenWithoutView, OpensThePageAgainByTheRefreshButton)
 
 TEST_F(WebBrowserScreenWithoutView, SaysWhichPageNoBrowserTook)
 {
+    run.SetOption("BrowserScreen", "1");
     run.hasBrowser = false;
-    Open();
+    Launch(); // a box here would come up at each start
     EXPECT_TRUE(IsOpen());
-    ASSERT_EQ(run.boxes.boxes.size(), 1U);
-    EXPECT_TRUE(run.boxes.boxes[0].text.contains(Chart("")));
+    EXPECT_EQ(run.boxes.Texts(), QStringList());
+    EXPECT_EQ(run.Control<QLabel>("frmWebBrowser", "lblNote")->text(),
+              "This page could not be opened in your web browser.\n"
+              "You can type its address into the browser yourself:");
+    EXPECT_EQ(Note(), Chart(""));
+    run.hasBrowser = true;
+    Click("cmdRefresh");
+    EXPECT_EQ(run.Control<QLabel>("frmWebBrowser", "lblNote")->text(),
+              "Web pages are shown in your web browser.\nRefresh opens this one there again:");
 }
 
 TEST_F(WebBrowserScreenWithoutView, OpensNothingWhenThereIsNoAddress)
@@ -495,6 +503,8 @@ TEST_F(WebBrowserScreenWithoutView, OpensNothingWhenThereIsNoAddress)
     folder.AddFile("WebLinks.json", "{}");
     Open();
     EXPECT_EQ(Note(), "");
+    EXPECT_EQ(run.Control<QLabel>("frmWebBrowser", "lblNote")->text(),
+              "No web address is set for this page.");
     EXPECT_EQ(run.openedPages, QStringList());
     EXPECT_EQ(run.boxes.Texts(), QStringList());
 }

@@ -86,6 +86,7 @@ TEST(PriceCycle, NeverStartsInsideAnother)
             run.clock.Advance(std::chrono::seconds(200)); // three ticks in the midst of a transfer
     };
     run.FirstCycle();
+    EXPECT_EQ(run.TakeStatus().count(""), 1 + 1 + 3); // the load, the tick, and these three
     EXPECT_EQ(run.server.Requests("/q"), 1);
     run.Advance(65);
     EXPECT_EQ(run.server.Requests("/q"), 2);

@@ -112,6 +112,35 @@ TEST(SiteLadder, GoesOffAfterCancelAndYesAndComesBackAtTheNextStart)
     EXPECT_TRUE(run.settings.WebPriceUpdate);
 }
 
+TEST(SiteLadder, SwitchesWithoutAPromptWhenTheThirdEmptyAnswerIsAnError)
+{
+    CycleRun run;
+    GiveTwoSites(run);
+    run.server.On("/q", {Page(), Page(), Page().Status(503)});
+    run.boxes.Prepare("ISP", Answer::Ok);
+    run.boxes.Prepare("ISP", Answer::Ok);
+    run.boxes.Prepare("Please note", Answer::Ok);
+    run.FirstCycle();
+    EXPECT_EQ(run.TakeBoxes(), (Texts{StartProvider, StartProvider, SwitchNotice("Quotes")}));
+    EXPECT_EQ(run.PriceOf("ACME"), "13.0000");
+}
+
+TEST(SiteLadder, BeginsToCountEmptyAnswersAnewWhenTheUpdateIsSwitchedOnAgain)
+{
+    CycleRun run;
+    GiveTwoSites(run);
+    run.server.On("/q", Page().Status(503));
+    for (int i = 0; i < 3; ++i) {
+        run.FirstCycle();
+        const Texts boxes = run.TakeBoxes();
+        ASSERT_EQ(boxes.size(), 1u);
+        EXPECT_EQ(boxes[0].substr(0, 69), "16|An Internet connection could not be established.\n"
+                                          "ErrorCode: 503\nEr");
+        EXPECT_FALSE(run.IsOn());
+    }
+    EXPECT_EQ(run.account.CurrentWebSiteName, "Quotes");
+}
+
 TEST(SiteLadder, CountsEmptyAnswersAcrossCyclesUntilAPageComes)
 {
     CycleRun run;
@@ -332,6 +361,20 @@ TEST(SiteLadder, RunsOutOfSitesWhenTheFirstOfTheGroupCannotQuoteOptionsEither)
     const Texts boxes = run.TakeBoxes();
     EXPECT_EQ(boxes.back(), NoSiteLeft);
     EXPECT_EQ(run.server.Requests("/b"), 0);
+}
+
+TEST(SiteLadder, TriesASiteOfWhichOneOptionFieldIsNullAndTheOtherEmpty)
+{
+    CycleRun run;
+    run.Site("Quotes", "/q", "OptionPrefix = ''");
+    run.Site("A", "/a", "OptionPrefix = NULL, OptionSuffix = ''");
+    run.Site("B", "/b").Position("OPT", 1, 2, "Option");
+    run.server.On("/b", Quotes({{"OPT", "2.50"}}));
+    run.boxes.Prepare("another website", Answer::Ok);
+    run.boxes.Prepare("another website", Answer::Ok);
+    run.FirstCycle();
+    EXPECT_EQ(run.account.CurrentWebSiteName, "B");
+    EXPECT_EQ(run.PriceOf("OPT"), "2.5000");
 }
 
 TEST(SiteLadder, TakesTheFormOfAnOptionOffAgain)

@@ -79,6 +79,26 @@ TEST_F(SplitReload, GathersAYearInPiecesOfTwoMonths)
     EXPECT_EQ(Oldest("ACME"), "2025-02-27");
 }
 
+TEST_F(SplitReload, GoesBackAsFarAsTheDaysThatAreStoredBeyondTheMonthsToKeep)
+{
+    Stored("ACME", QDate(2025, 3, 3), "100");
+    ASSERT_EQ(settings.HistPriceMonths, 2);
+    Split("ACME");
+    Download({"ACME"});
+    EXPECT_EQ(Closes("ACME"), "261 rows from 50 to 50");
+    EXPECT_EQ(Oldest("ACME"), "2025-03-03");
+}
+
+TEST_F(SplitReload, TakesTheMonthsToKeepWhenTheServiceGoesNoFurtherBack)
+{
+    Stored("NEWC", QDate(2025, 3, 3), "100");
+    market.Trade("NEWC", QDate(2025, 12, 1), Today());
+    Split("NEWC");
+    Download({"NEWC"});
+    EXPECT_EQ(Oldest("NEWC"), "2025-12-01"); // nothing is left of before the split
+    EXPECT_FALSE(IsMarked("NEWC"));
+}
+
 TEST_F(SplitReload, KeepsTheDaysOfBeforeWhenNothingComes)
 {
     Split("ACME");
