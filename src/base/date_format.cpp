@@ -135,6 +135,20 @@ bool TakeSeparator(const QList<uint> &text, qsizetype &at)
     return at > begin;
 }
 
+/// Takes the word off the front or the end of `text`, with the blanks around it.
+bool TakeWord(QStringView &text, QStringView word)
+{
+    if (word.isEmpty())
+        return false;
+    if (text.endsWith(word, Qt::CaseInsensitive))
+        text = text.chopped(word.size()).trimmed();
+    else if (text.startsWith(word, Qt::CaseInsensitive))
+        text = text.sliced(word.size()).trimmed();
+    else
+        return false;
+    return true;
+}
+
 /// The year meant, 0 for none.
 int YearOf(DateNumber number)
 {
@@ -319,4 +333,39 @@ std::optional<QDate> Formats::DateFromText(QStringView text) const
         return std::nullopt;
     const QDate date(year, month.Value, day.Value);
     return date.isValid() ? std::optional(date) : std::nullopt;
+}
+
+std::optional<QTime> Formats::TimeFromText(QStringView text) const
+{
+    text = text.trimmed();
+    const bool morning = TakeWord(text, m_locale.amText()) || TakeWord(text, u"AM");
+    const bool evening =
+        !morning && (TakeWord(text, m_locale.pmText()) || TakeWord(text, u"PM"));
+    const bool halfDays = morning || evening;
+
+    const QList<uint> symbols = text.toUcs4();
+    const LocaleDigits digits(m_locale);
+    std::array<int, 3> numbers{};
+    qsizetype at = 0;
+    std::size_t count = 0;
+    for (; count < numbers.size() && at < symbols.size(); ++count) {
+        if (count > 0) {
+            if (symbols[at] != U':' && symbols[at] != U'.')
+                return std::nullopt;
+            ++at;
+        }
+        const DateNumber number = TakeNumber(symbols, at, digits);
+        if (number.DigitCount < 1 || number.DigitCount > 2)
+            return std::nullopt;
+        numbers[count] = number.Value;
+    }
+    if (at < symbols.size() || count < (halfDays ? 1U : 2U))
+        return std::nullopt;
+    if (halfDays) {
+        if (numbers[0] < 1 || numbers[0] > 12)
+            return std::nullopt;
+        numbers[0] = numbers[0] % 12 + (evening ? 12 : 0);
+    }
+    const QTime time(numbers[0], numbers[1], numbers[2]);
+    return time.isValid() ? std::optional(time) : std::nullopt;
 }

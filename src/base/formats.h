@@ -101,6 +101,10 @@ public:
     /// year first as 2026-03-02. Years of one or two digits mean 1930 to 2029; years before 100 and
     /// days that no calendar has give nothing.
     std::optional<QDate> DateFromText(QStringView text) const;
+    /// A time of day as hours, minutes and seconds separated by ":" or ".", the seconds may be
+    /// missing: 10:15, 22:15:30. With AM or PM, or the locale's words, in front or behind, the hours
+    /// run from 1 to 12 and may stand alone: 10 PM. Anything else gives nothing.
+    std::optional<QTime> TimeFromText(QStringView text) const;
 
 private:
     QString FormatWhole(qint64 value, QStringView pattern) const;

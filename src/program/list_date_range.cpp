@@ -19,7 +19,7 @@ ListDateRange::ListDateRange(Form &form, Program &program) : m_program(program)
         });
         return field;
     };
-    dtpFrom = picker("dtpFrom", "lblFrom", "&From", lblFrom);
+    dtpFrom = picker("dtpFrom", "lblFrom", "F&rom", lblFrom);
     dtpTo = picker("dtpTo", "lblTo", "&To", lblTo);
     cmdOK = form.MakeButton("cmdOK", "&OK");
     cmdOK->setDefault(true);

@@ -201,23 +201,32 @@ void GainMatching::MatchToPurchases(MatchSale &sale, SymbolPurchases &purchases,
 
 void GainMatching::WriteBack(Connection &gConnAccount)
 {
+    // In the order of the IDs, in which the file has the rows: in that of the symbols 100,000 rows
+    // take more than twice as long.
+    const auto byID = [](const auto *left, const auto *right) { return left->ID < right->ID; };
+    std::vector<const MatchPurchase *> changed;
+    for (const SymbolPurchases &purchases : m_purchases)
+        for (const MatchPurchase &purchase : purchases.rows)
+            if (purchase.changed)
+                changed.push_back(&purchase);
+    std::sort(changed.begin(), changed.end(), byID);
+    std::vector<const MatchSale *> gone;
+    for (const MatchSale &sale : m_sales)
+        if (sale.deleted)
+            gone.push_back(&sale);
+    std::sort(gone.begin(), gone.end(), byID);
+
     WriteGuard guard(gConnAccount);
     Statement update = gConnAccount.Prepare(
         QStringLiteral("UPDATE History SET Shares = ?, TransactionCost = ? WHERE ID = ?"));
-    for (SymbolPurchases &purchases : m_purchases) {
-        for (MatchPurchase &purchase : purchases.rows) {
-            if (!purchase.changed)
-                continue;
-            update.BindAll(purchase.Shares, purchase.TransactionCost, purchase.ID);
-            update.Step();
-            update.Reset();
-        }
+    for (const MatchPurchase *purchase : changed) {
+        update.BindAll(purchase->Shares, purchase->TransactionCost, purchase->ID);
+        update.Step();
+        update.Reset();
     }
     Statement remove = gConnAccount.Prepare(QStringLiteral("DELETE FROM History WHERE ID = ?"));
-    for (const MatchSale &sale : m_sales) {
-        if (!sale.deleted)
-            continue;
-        remove.BindAll(sale.ID);
+    for (const MatchSale *sale : gone) {
+        remove.BindAll(sale->ID);
         remove.Step();
         remove.Reset();
     }

@@ -168,3 +168,23 @@ TEST(DateFromText, ReadsInEveryLocaleWhatWasWrittenThere)
             << Utf8(locale.name());
     }
 }
+
+TEST(TimeFromText, ReadsTimesOfDayWithAndWithoutHalves)
+{
+    EXPECT_EQ(English.TimeFromText(u"10:15"), QTime(10, 15));
+    EXPECT_EQ(English.TimeFromText(u" 22:15:30 "), QTime(22, 15, 30));
+    EXPECT_EQ(English.TimeFromText(u"10:15:30 PM"), QTime(22, 15, 30));
+    EXPECT_EQ(English.TimeFromText(u"12:00 am"), QTime(0, 0));
+    EXPECT_EQ(English.TimeFromText(u"12 PM"), QTime(12, 0));
+    EXPECT_EQ(German.TimeFromText(u"9.05"), QTime(9, 5));
+    for (const QTime time : {QTime(0, 0), QTime(12, 0, 1), QTime(23, 59, 59)})
+        for (const Formats *formats : {&English, &British, &German, &French})
+            EXPECT_EQ(formats->TimeFromText(formats->ToText(time)), time);
+}
+
+TEST(TimeFromText, TakesNothingElse)
+{
+    for (const QStringView text : {u"", u"10", u"24:00", u"10:60", u"10:15:60", u"13:00 PM",
+                                   u"0:30 AM", u"10:15:30:1", u"10:", u"noon", u"3/2/2026"})
+        EXPECT_EQ(English.TimeFromText(text), std::nullopt) << Utf8(text);
+}

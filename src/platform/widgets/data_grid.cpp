@@ -1,5 +1,6 @@
 #include "platform/widgets/data_grid.h"
 
+#include "platform/widgets/grid_find.h"
 #include "platform/widgets/grid_model.h"
 #include "platform/widgets/grid_pane.h"
 
@@ -27,6 +28,8 @@ DataGrid::DataGrid(QWidget *parent) : QWidget(parent), m_model(new GridModel(thi
         pane->setSelectionModel(m_selection);
         connect(pane->horizontalHeader(), &QHeaderView::sectionClicked, this,
                 [this](int column) { HeaderClicked(column); });
+        connect(pane->horizontalHeader(), &QHeaderView::sectionResized, this,
+                [this](int column, int, int width) { TakeUserWidth(column, width); });
     }
     connect(m_left->verticalScrollBar(), &QScrollBar::valueChanged, m_right->verticalScrollBar(),
             &QScrollBar::setValue);
@@ -62,6 +65,7 @@ DataGrid::DataGrid(QWidget *parent) : QWidget(parent), m_model(new GridModel(thi
 void DataGrid::SetSource(std::vector<GridColumn> columns, GridSource *source)
 {
     const QScopedValueRollback silent(m_isSilent, true);
+    const QScopedValueRollback fitting(m_isFitting, true);
     m_right->CloseEditor();
     m_left->CloseEditor();
     m_model->SetSource(std::move(columns), source);
@@ -179,6 +183,10 @@ bool DataGrid::HandleKey(QKeyEvent *event)
         CopySelection();
         return true;
     }
+    if (event->matches(QKeySequence::Find)) {
+        Find();
+        return true;
+    }
     if (event->modifiers().testFlag(Qt::AltModifier)) {
         event->ignore(); // the form's
         return true;
@@ -270,6 +278,15 @@ void DataGrid::CopySelection() const
     }
     if (!lines.isEmpty())
         QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+}
+
+void DataGrid::Find()
+{
+    if (!m_find)
+        m_find = new GridFind(*this, *this, [this](int row, int place) {
+            return MoveTo(row, ColumnAt(place));
+        });
+    m_find->Open();
 }
 
 void DataGrid::HeaderClicked(int column)

@@ -16,17 +16,21 @@
 /// source stores all changed cells at once. While one of them refuses, the row stays current and in
 /// edit. Escape takes the changes of the row back.
 ///
+/// Ctrl+C copies the selected rows as texts separated by tabs, Ctrl+F looks for a text.
+///
 /// The handlers must not throw; they may unload the grid with deleteLater.
 
 #include "platform/widgets/grid_source.h"
 #include "platform/widgets/shown_grid.h"
 
+#include <QMap>
 #include <QRgb>
 #include <QWidget>
 
 #include <functional>
 #include <optional>
 
+class GridFind;
 class GridModel;
 class GridPane;
 class QItemSelectionModel;
@@ -105,6 +109,10 @@ public:
     /// An arrow in the heading; a column of -1 shows none.
     void SetSortIndicator(int column, bool descending);
     Marquee MarqueeStyle() const { return m_marquee; }
+    /// The widths in pixels that the user gave to columns, by field; they stand in for the fitted
+    /// ones, of columns that are set later too.
+    const QMap<QString, int> &UserWidths() const { return m_userWidths; }
+    void SetUserWidths(const QMap<QString, int> &widths);
 
     /// Two panes side by side: the first column with the field "Symbol" stays put on the left, the
     /// others scroll on the right. Both have the same rows, selection and vertical position. Does
@@ -139,6 +147,7 @@ private:
     void ShowColumns();
     void FitColumns();
     void FitSplit();
+    void TakeUserWidth(int column, int width);
     void ApplyColors();
     void ScrollTo(int row, int column);
 
@@ -148,6 +157,7 @@ private:
     bool HandleKey(QKeyEvent *event);
     bool HandleMove(QKeyEvent *event);
     void CopySelection() const;
+    void Find();
     void EditNeighbour(int step);
     void HeaderClicked(int column);
     void TellMouseUp(Qt::MouseButton button, QPoint globalPos, int clickedRow);
@@ -157,6 +167,9 @@ private:
     QItemSelectionModel *m_selection;
     GridPane *m_left; ///< the Symbol column in split mode, else hidden
     GridPane *m_right;
+    GridFind *m_find = nullptr; ///< once it was called for
+    QMap<QString, int> m_userWidths;
+    bool m_isFitting = false; ///< the widths that come are not the user's
     std::optional<QRgb> m_backColor;
     Marquee m_marquee = Marquee::RowAndCell;
     int m_sortColumn = -1;

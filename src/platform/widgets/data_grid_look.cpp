@@ -7,6 +7,7 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 
@@ -36,6 +37,7 @@ void DataGrid::ShowColumns()
 {
     const std::vector<GridColumn> &columns = Columns();
     const int splitColumn = m_isSplit ? SplitColumn(columns) : -1;
+    const QScopedValueRollback fitting(m_isFitting, true);
     bool isEditable = m_model->rowCount() > m_model->Rows();
     for (int column = 0; column < static_cast<int>(columns.size()); ++column) {
         isEditable = isEditable || columns[column].editable;
@@ -55,6 +57,7 @@ void DataGrid::ShowColumns()
 
 void DataGrid::FitColumns()
 {
+    const QScopedValueRollback fitting(m_isFitting, true);
     const std::vector<GridColumn> &columns = Columns();
     const QHeaderView *header = m_right->horizontalHeader();
     const int captionPadding =
@@ -62,7 +65,7 @@ void DataGrid::FitColumns()
         header->style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, header) + cellPadding;
     const int rows = std::min(sampledRows, m_model->Rows());
     for (int column = 0; column < static_cast<int>(columns.size()); ++column) {
-        int width = columns[column].width;
+        int width = m_userWidths.value(columns[column].dataField, columns[column].width);
         if (width == 0) {
             width =
                 header->fontMetrics().horizontalAdvance(columns[column].caption) + captionPadding;
@@ -76,6 +79,19 @@ void DataGrid::FitColumns()
         m_left->setColumnWidth(column, width);
         m_right->setColumnWidth(column, width);
     }
+}
+
+void DataGrid::SetUserWidths(const QMap<QString, int> &widths)
+{
+    m_userWidths = widths;
+    FitColumns();
+}
+
+void DataGrid::TakeUserWidth(int column, int width)
+{
+    // A column that is hidden has the width 0, and none of its own.
+    if (!m_isFitting && width > 0 && column < static_cast<int>(Columns().size()))
+        m_userWidths[Columns()[size_t(column)].dataField] = width;
 }
 
 std::vector<int> DataGrid::ShownColumns() const
@@ -113,6 +129,7 @@ void DataGrid::EnterSplit()
     const int column = SplitColumn(Columns());
     if (m_isSplit || column < 0 || !CommitRow())
         return;
+    const QScopedValueRollback fitting(m_isFitting, true);
     m_isSplit = true;
     m_marquee = Marquee::Row;
     m_left->setColumnWidth(column, m_right->columnWidth(column));
@@ -124,6 +141,7 @@ void DataGrid::LeaveSplit()
 {
     if (!m_isSplit || !CommitRow())
         return;
+    const QScopedValueRollback fitting(m_isFitting, true);
     const int column = SplitColumn(Columns());
     if (column >= 0)
         m_right->setColumnWidth(column, m_left->columnWidth(column));

@@ -2,6 +2,7 @@
 
 #include "platform/widgets/colors.h"
 #include "platform/widgets/flex_model.h"
+#include "platform/widgets/grid_find.h"
 
 #include <QClipboard>
 #include <QFontDatabase>
@@ -9,6 +10,7 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
@@ -18,7 +20,7 @@ namespace
 {
 
 /// The cells keep their colours under the mouse, and none is framed.
-class FlexCell : public QStyledItemDelegate
+class CellPainter : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -36,7 +38,7 @@ protected:
 FlexGrid::FlexGrid(QWidget *parent) : QTableView(parent), m_model(new FlexModel(this))
 {
     setModel(m_model);
-    setItemDelegate(new FlexCell(this));
+    setItemDelegate(new CellPainter(this));
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
     SetSelectsRows(false);
@@ -53,6 +55,7 @@ FlexGrid::FlexGrid(QWidget *parent) : QTableView(parent), m_model(new FlexModel(
     verticalHeader()->setSectionsClickable(false);
     horizontalHeader()->setSectionsClickable(true);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+        SetSortIndicator(m_sortColumn, m_sortDescending); // the click has turned it over
         if (OnHeaderClick)
             OnHeaderClick(section + 1);
     });
@@ -83,9 +86,14 @@ int FlexGrid::AddRow()
     return Rows() - 1;
 }
 
+void FlexGrid::SetMadeRows(int rows, std::function<FlexCell(int row, int column)> make)
+{
+    m_model->SetMadeRows(rows, std::move(make));
+}
+
 void FlexGrid::SetText(int row, int column, const QString &text)
 {
-    FlexModel::Cell *cell = m_model->At(row, column);
+    FlexCell *cell = m_model->At(row, column);
     if (!cell || cell->text == text)
         return;
     cell->text = text;
@@ -94,13 +102,12 @@ void FlexGrid::SetText(int row, int column, const QString &text)
 
 QString FlexGrid::Text(int row, int column) const
 {
-    const FlexModel::Cell *cell = m_model->At(row, column);
-    return cell ? cell->text : QString();
+    return m_model->Shown(row, column).text;
 }
 
 void FlexGrid::SetCellBackColor(int row, int column, QRgb color)
 {
-    if (FlexModel::Cell *cell = m_model->At(row, column)) {
+    if (FlexCell *cell = m_model->At(row, column)) {
         cell->back = color;
         m_model->TellChanged(row, column);
     }
@@ -108,13 +115,12 @@ void FlexGrid::SetCellBackColor(int row, int column, QRgb color)
 
 QRgb FlexGrid::CellBackColor(int row, int column) const
 {
-    const FlexModel::Cell *cell = m_model->At(row, column);
-    return cell && cell->back ? *cell->back : BackColor();
+    return m_model->Shown(row, column).back.value_or(BackColor());
 }
 
 void FlexGrid::SetCellBold(int row, int column, bool bold)
 {
-    if (FlexModel::Cell *cell = m_model->At(row, column)) {
+    if (FlexCell *cell = m_model->At(row, column)) {
         cell->bold = bold;
         m_model->TellChanged(row, column);
     }
@@ -163,10 +169,49 @@ int FlexGrid::Pixels(int twips) const
 
 void FlexGrid::SetColumnWidth(int column, int twips)
 {
-    if (column == 0)
+    if (column == 0) {
         verticalHeader()->setFixedWidth(Pixels(twips));
-    else if (column < Columns())
+    } else if (column < Columns()) {
+        const QScopedValueRollback fitting(m_isFitting, true);
         setColumnWidth(column - 1, Pixels(twips));
+    }
+}
+
+void FlexGrid::SetUserResizesColumns(int stretched)
+{
+    QHeaderView *header = horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Interactive);
+    header->setMinimumSectionSize(Pixels(300));
+    if (stretched > 0 && stretched < Columns())
+        header->setSectionResizeMode(stretched - 1, QHeaderView::Stretch);
+    connect(header, &QHeaderView::sectionResized, this,
+            [this, header](int section, int, int width) {
+                const bool isUsers =
+                    !m_isFitting && header->sectionResizeMode(section) == QHeaderView::Interactive;
+                if (isUsers && width > 0)
+                    m_userWidths[Text(0, section + 1)] = width;
+            });
+}
+
+void FlexGrid::SetUserWidths(const QMap<QString, int> &widths)
+{
+    m_userWidths = widths;
+    const QScopedValueRollback fitting(m_isFitting, true);
+    for (int column = 1; column < Columns(); ++column) {
+        const int width = widths.value(Text(0, column));
+        if (width > 0 &&
+            horizontalHeader()->sectionResizeMode(column - 1) == QHeaderView::Interactive)
+            setColumnWidth(column - 1, width);
+    }
+}
+
+void FlexGrid::SetSortIndicator(int column, bool descending)
+{
+    m_sortColumn = column;
+    m_sortDescending = descending;
+    horizontalHeader()->setSortIndicatorShown(column > 0);
+    horizontalHeader()->setSortIndicator(column - 1,
+                                         descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void FlexGrid::SetRowHeight(int twips)
@@ -198,7 +243,12 @@ void FlexGrid::HideColumn(int column)
 
 void FlexGrid::SetSelectsRows(bool selects)
 {
-    setSelectionMode(selects ? SingleSelection : NoSelection);
+    setSelectionMode(selects ? ContiguousSelection : NoSelection);
+}
+
+void FlexGrid::SetCurrentRow(int row)
+{
+    setCurrentIndex(m_model->index(row, std::max(0, ColumnAt(0) - 1))); // invalid outside
 }
 
 int FlexGrid::FullHeight() const
@@ -266,15 +316,46 @@ void FlexGrid::contextMenuEvent(QContextMenuEvent *event)
 
 void FlexGrid::keyPressEvent(QKeyEvent *event)
 {
-    if (event->matches(QKeySequence::Copy)) {
+    if (event->matches(QKeySequence::Copy))
+        CopySelection();
+    else if (event->matches(QKeySequence::Find) && selectionMode() != NoSelection)
+        Find();
+    else
+        QTableView::keyPressEvent(event);
+}
+
+void FlexGrid::CopySelection() const
+{
+    std::vector<int> rows;
+    for (const QItemSelectionRange &range : selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.push_back(row);
+    if (rows.empty() && CurrentRow() >= 0)
+        rows.push_back(CurrentRow());
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    QStringList lines;
+    for (const int row : rows) {
         QStringList cells;
-        for (int place = 0; ColumnAt(place) > 0 && CurrentRow() >= 0; ++place)
-            cells << CellText(CurrentRow(), place);
-        if (!cells.isEmpty())
-            QGuiApplication::clipboard()->setText(cells.join(QLatin1Char('\t')));
-        return;
+        for (int place = 0; ColumnAt(place) > 0; ++place)
+            cells << CellText(row, place);
+        lines << cells.join(QLatin1Char('\t'));
     }
-    QTableView::keyPressEvent(event);
+    if (!lines.isEmpty())
+        QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+}
+
+void FlexGrid::Find()
+{
+    if (!m_find)
+        m_find = new GridFind(*this, *this, [this](int row, int place) {
+            const QPointer<FlexGrid> alive = this;
+            SetCurrentRow(row);
+            if (OnClick)
+                OnClick(row + 1, ColumnAt(place));
+            return !alive.isNull();
+        });
+    m_find->Open();
 }
 
 // --- as shown -----------------------------------------------------------------------------------

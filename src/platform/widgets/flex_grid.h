@@ -9,18 +9,26 @@
 ///
 /// Row 0 is the heading and column 0 the row header: both stay in view when the rest scrolls.
 /// Widths and heights are twips, 1440 to the inch of the screen. Nothing can be edited. A row costs
-/// its texts and no widgets.
+/// its texts and no widgets; a list too long for that has its rows made as they come into view:
+///
+///     list->SetMadeRows(1 + lines.size(), [this](int row, int column) -> FlexCell { ... });
+///
+/// Where rows can be selected, Ctrl+C copies them as texts separated by tabs, and Ctrl+F looks for a
+/// text.
 ///
 /// In the routines of ShownGrid row 0 is the row below the heading, and column 0 has no place.
 
+#include "platform/widgets/flex_cell.h"
 #include "platform/widgets/shown_grid.h"
 
+#include <QMap>
 #include <QTableView>
 
 #include <functional>
 #include <optional>
 
 class FlexModel;
+class GridFind;
 
 class FlexGrid : public QTableView, public ShownGrid
 {
@@ -34,6 +42,10 @@ public:
     int Columns() const;
     /// Adds an empty row at the end and returns its number.
     int AddRow();
+
+    /// From here on all rows but row 0 are what `make` gives for their cells, until the next SetSize;
+    /// writing there does nothing. No row is current afterwards. Call it again when they are others.
+    void SetMadeRows(int rows, std::function<FlexCell(int row, int column)> make);
 
     /// Cells outside of the grid are empty, and writing there does nothing.
     void SetText(int row, int column, const QString &text);
@@ -49,10 +61,19 @@ public:
     void SetFont(const QString &family, int points);
     void SetColumnWidth(int column, int twips);
     void SetRowHeight(int twips); ///< all rows; never lower than the font
+    /// The user may draw columns wider; `stretched` takes what the others leave.
+    void SetUserResizesColumns(int stretched);
+    /// The widths in pixels that the user gave to columns, by caption.
+    const QMap<QString, int> &UserWidths() const { return m_userWidths; }
+    void SetUserWidths(const QMap<QString, int> &widths);
+    /// The arrow in a heading; 0: none.
+    void SetSortIndicator(int column, bool descending);
     void SetColumnAlignment(int column, Qt::Alignment alignment);
     void HideColumn(int column);
     /// Off at first: then no row is marked.
     void SetSelectsRows(bool selects);
+    /// In the rows of ShownGrid; -1: none is current.
+    void SetCurrentRow(int row);
     /// All rows, and the scroll bar that comes when the window is too narrow.
     int FullHeight() const;
 
@@ -86,9 +107,16 @@ private:
     int Pixels(int twips) const;
     void FitRowHeight();
     void ApplyColors();
+    void CopySelection() const;
+    void Find();
 
     FlexModel *m_model;
+    GridFind *m_find = nullptr; ///< once it was called for
+    QMap<QString, int> m_userWidths;
+    bool m_isFitting = false; ///< widths are being set that are not the user's
     std::optional<QRgb> m_backColor;
     int m_rowTwips = 300;
+    int m_sortColumn = 0;
+    bool m_sortDescending = false;
     QModelIndex m_pressed; ///< compared only
 };

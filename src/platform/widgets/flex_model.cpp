@@ -8,8 +8,9 @@ void FlexModel::SetSize(int rows, int columns)
 {
     rows = std::max(rows, 1);
     columns = std::max(columns, 1);
-    if (columns != m_columns) {
+    if (columns != m_columns || m_make) {
         beginResetModel();
+        m_make = nullptr;
         m_columns = columns;
         m_alignments.resize(columns, Qt::AlignLeft);
         m_rows.resize(rows);
@@ -18,7 +19,7 @@ void FlexModel::SetSize(int rows, int columns)
         endResetModel();
     } else if (rows > Rows()) {
         beginInsertRows({}, Rows() - 1, rows - 2);
-        m_rows.resize(rows, std::vector<Cell>(columns));
+        m_rows.resize(rows, std::vector<FlexCell>(columns));
         endInsertRows();
     } else if (rows < Rows()) {
         beginRemoveRows({}, rows - 1, Rows() - 2);
@@ -27,15 +28,27 @@ void FlexModel::SetSize(int rows, int columns)
     }
 }
 
-const FlexModel::Cell *FlexModel::At(int row, int column) const
+void FlexModel::SetMadeRows(int rows, CellMaker make)
 {
-    const bool isInside = row >= 0 && row < Rows() && column >= 0 && column < m_columns;
-    return isInside ? &m_rows[row][column] : nullptr;
+    beginResetModel();
+    m_rows.resize(1);
+    m_madeRows = std::max(rows, 1);
+    m_make = std::move(make);
+    endResetModel();
 }
 
-FlexModel::Cell *FlexModel::At(int row, int column)
+FlexCell FlexModel::Shown(int row, int column) const
 {
-    return const_cast<Cell *>(std::as_const(*this).At(row, column));
+    if (row < 0 || row >= Rows() || column < 0 || column >= m_columns)
+        return {};
+    return m_make && row > 0 ? m_make(row, column) : m_rows[row][column];
+}
+
+FlexCell *FlexModel::At(int row, int column)
+{
+    const bool isKept =
+        row >= 0 && row < static_cast<int>(m_rows.size()) && column >= 0 && column < m_columns;
+    return isKept ? &m_rows[row][column] : nullptr;
 }
 
 void FlexModel::TellChanged(int row, int column)
@@ -66,12 +79,15 @@ int FlexModel::columnCount(const QModelIndex &parent) const
 
 QVariant FlexModel::data(const QModelIndex &index, int role) const
 {
-    const Cell &cell = m_rows[index.row() + 1][index.column() + 1];
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(m_alignments[index.column() + 1] | Qt::AlignVCenter);
+    if (role != Qt::DisplayRole && role != Qt::BackgroundRole && role != Qt::ForegroundRole &&
+        role != Qt::FontRole)
+        return {}; // a cell that is made costs something
+    const FlexCell cell = Shown(index.row() + 1, index.column() + 1);
     switch (role) {
     case Qt::DisplayRole:
         return cell.text;
-    case Qt::TextAlignmentRole:
-        return QVariant::fromValue(m_alignments[index.column() + 1] | Qt::AlignVCenter);
     case Qt::BackgroundRole:
         return cell.back ? QVariant(QBrush(QColor(*cell.back))) : QVariant();
     case Qt::ForegroundRole:
@@ -91,11 +107,10 @@ QVariant FlexModel::data(const QModelIndex &index, int role) const
 QVariant FlexModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     const bool isHeading = orientation == Qt::Horizontal;
-    const Cell *cell = isHeading ? At(0, section + 1) : At(section + 1, 0);
-    if (!cell)
+    if (section < 0 || section + 1 >= (isHeading ? m_columns : Rows()))
         return {};
     if (role == Qt::DisplayRole)
-        return cell->text;
+        return isHeading ? Shown(0, section + 1).text : Shown(section + 1, 0).text;
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue((isHeading ? m_alignments[section + 1] : Qt::AlignLeft) |
                                    Qt::AlignVCenter);

@@ -19,6 +19,39 @@ void EndSplitMode(CommandStates &commands, const QString &popupEntry)
     commands.SetCaption(popupEntry, QStringLiteral("Split Mode"));
 }
 
+namespace
+{
+
+const QString WidthsSection = QStringLiteral("ColumnWidths");
+constexpr int LeastWidth = 10; ///< pixels; a narrower column could not be found again
+constexpr int MostWidth = 2000;
+
+} // namespace
+
+QMap<QString, int> LoadColumnWidths(const SettingsStore &store, const QString &screen)
+{
+    QMap<QString, int> widths;
+    for (const QString &entry :
+         store.GetSetting(WidthsSection, screen, QString()).split(QLatin1Char(';'))) {
+        const int width = entry.section(QLatin1Char('='), -1).toInt();
+        if (width >= LeastWidth && width <= MostWidth)
+            widths[entry.section(QLatin1Char('='), 0, -2)] = width;
+    }
+    return widths;
+}
+
+void StoreColumnWidths(SettingsStore &store, const QString &screen,
+                       const QMap<QString, int> &widths)
+{
+    QStringList entries;
+    for (auto width = widths.begin(); width != widths.end(); ++width)
+        entries << QStringLiteral("%1=%2").arg(width.key()).arg(width.value());
+    if (entries.isEmpty())
+        store.DeleteSetting(WidthsSection, screen);
+    else
+        store.SaveSetting(WidthsSection, screen, entries.join(QLatin1Char(';')));
+}
+
 bool SortByHeading(Services &services, const std::optional<QString> &clause,
                    const std::function<void(const QString &)> &sort, const QString &boxTitle)
 {
@@ -34,9 +67,10 @@ bool SortByHeading(Services &services, const std::optional<QString> &clause,
     return true;
 }
 
-GridHint::GridHint(QWidget &grid, const QString &text) : m_grid(grid), m_text(text)
+GridHint::GridHint(QWidget &grid, const QString &firstText, const QString &text)
+    : m_grid(grid), m_text(text)
 {
-    m_grid.setToolTip(m_text);
+    m_grid.setToolTip(firstText);
 }
 
 void GridHint::MouseUp()

@@ -1,10 +1,15 @@
 #pragma once
 
 /// What the grids of the list screens have in common: split mode, a colour of the user's choice,
-/// sorting by a heading, and a hint that goes away.
+/// sorting by a heading, column widths that are remembered, and a hint that goes away.
+///
+///     void Load() override   { ... RestoreColumnWidths(*grid, services.settingsStore, objectName()); }
+///     void OnUnload() override { ... SaveColumnWidths(*grid, services.settingsStore, objectName()); }
 
 #include "platform/services.h"
 #include "platform/widgets/colors.h"
+
+#include <QMap>
 
 #include <functional>
 #include <optional>
@@ -41,17 +46,37 @@ bool ChooseGridColor(Grid &grid, double &setting, Dialogs &dialogs)
     return true;
 }
 
+/// The widths that the user gave to columns, by the names the grid has for them: "Symbol=80;Name=210"
+/// in the section ColumnWidths, under the name of the screen.
+QMap<QString, int> LoadColumnWidths(const SettingsStore &store, const QString &screen);
+void StoreColumnWidths(SettingsStore &store, const QString &screen,
+                       const QMap<QString, int> &widths);
+
+/// The grid, once it has its columns, gets the widths that its screen was closed with.
+template <class Grid>
+void RestoreColumnWidths(Grid &grid, const SettingsStore &store, const QString &screen)
+{
+    grid.SetUserWidths(LoadColumnWidths(store, screen));
+}
+
+template <class Grid>
+void SaveColumnWidths(const Grid &grid, SettingsStore &store, const QString &screen)
+{
+    StoreColumnWidths(store, screen, grid.UserWidths());
+}
+
 /// A click on a heading: calls `sort` with the clause that the column sorts by and tells of it in
 /// the status bar. Without one, false: the user is told so there and in a box of this title.
 bool SortByHeading(Services &services, const std::optional<QString> &clause,
                    const std::function<void(const QString &)> &sort, const QString &boxTitle);
 
 /// A beginner's tool tip: there for the first two mouse clicks, then it goes; whoever has clicked
-/// so often knows.
+/// so often knows. Another text may stand there until the first of them.
 class GridHint
 {
 public:
-    GridHint(QWidget &grid, const QString &text);
+    GridHint(QWidget &grid, const QString &text) : GridHint(grid, text, text) {}
+    GridHint(QWidget &grid, const QString &firstText, const QString &text);
     void MouseUp();
 
 private:

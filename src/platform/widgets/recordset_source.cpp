@@ -7,6 +7,8 @@ std::vector<GridColumn> RecordsetSource::Columns() const
         GridColumn shown{QString::fromUtf8(column.caption), QString::fromUtf8(column.dataField),
                          column.alignment};
         shown.sample = QString::fromUtf8(column.sample);
+        shown.editable = column.editable;
+        shown.hidden = column.hidden;
         columns.push_back(std::move(shown));
     }
     return columns;
@@ -46,4 +48,76 @@ QString RecordsetSource::Text(int row, int column) const
         return QString();
     return std::visit(CellText{m_formats, m_columns[size_t(column)].pattern},
                       m_rows.ValueAt(row, column));
+}
+
+// --- editing ------------------------------------------------------------------------------------
+
+std::optional<FieldValue> EditableRecordsetSource::FieldFromText(int column,
+                                                                 const QString &text) const
+{
+    const FieldType type = m_rows.Type(column);
+    if (type == FieldType::Text)
+        return text;
+    if (text.trimmed().isEmpty())
+        return std::monostate();
+    const auto found = [](const auto &value) {
+        return value ? std::optional<FieldValue>(*value) : std::nullopt;
+    };
+    try {
+        switch (type) {
+        case FieldType::Date:
+            return found(m_formats.DateFromText(text));
+        case FieldType::Time:
+            return found(m_formats.TimeFromText(text));
+        case FieldType::Currency:
+            return m_formats.CurrencyFromText(text);
+        case FieldType::Single:
+            return m_formats.SingleFromText(text);
+        case FieldType::Counter:
+            return m_formats.IntegerFromText(text);
+        case FieldType::Long:
+        case FieldType::YesNo:
+        case FieldType::Text:
+            break;
+        }
+    } catch (const RuntimeError &) { // no number, or one that does not fit
+    }
+    return std::nullopt;
+}
+
+bool EditableRecordsetSource::Takes(int column, const QString &text) const
+{
+    return FieldFromText(column, text).has_value();
+}
+
+bool EditableRecordsetSource::Store(int row, const QMap<int, QString> &texts)
+{
+    const bool isNew = row >= m_rows.RecordCount();
+    std::vector<std::pair<int, FieldValue>> changes;
+    for (auto cell = texts.begin(); cell != texts.end(); ++cell) {
+        if (!isNew && cell.value() == Text(row, cell.key()))
+            continue;
+        std::optional<FieldValue> value = FieldFromText(cell.key(), cell.value());
+        if (!value)
+            return false;
+        changes.emplace_back(cell.key(), std::move(*value));
+    }
+    try {
+        if (isNew) {
+            m_store.AddNew();
+            if (OnAddNew)
+                OnAddNew(m_store);
+        } else {
+            m_store.MoveTo(row);
+        }
+        for (auto &[column, value] : changes)
+            m_store.Set(column, std::move(value));
+        m_store.Update();
+        return true;
+    } catch (const RuntimeError &error) {
+        m_store.CancelUpdate();
+        if (OnFailure)
+            OnFailure(error);
+        return false;
+    }
 }

@@ -1,0 +1,58 @@
+#pragma once
+
+/// The realized profits and losses between two dates, by day or by symbol, with a total row behind
+/// each group.
+///
+/// A click on a row selects its security and its ID for the commands that act on them; a click on a
+/// total row leaves the security as it was. Colours of the user's choice show from the next reading
+/// of the rows on.
+
+#include "lists/profit_loss_list.h"
+#include "platform/widgets/flex_cell.h"
+#include "program/command_target.h"
+#include "program/form.h"
+#include "program/list_date_range.h"
+#include "program/list_refresh.h"
+
+class FlexGrid;
+
+class frmDailyProfitLoss : public Form, public CommandTarget, public ListScreen
+{
+public:
+    explicit frmDailyProfitLoss(Program &program);
+
+    void Load() override;
+    void OnUnload() override;
+    bool RunCommand(const QString &name) override;
+    void RefreshList() override { ReloadFlexGrid(); }
+
+    /// Reads the rows anew and fills the grid.
+    void ReloadFlexGrid();
+    void ChgMSHFlexGridPLColor();
+    /// Opens the dialog that deletes rows, for the current row.
+    void DeleteRowEntry();
+
+    QSize sizeHint() const override;
+
+private:
+    void BuildControls();
+    void BuildLayout();
+    void ConnectControls();
+
+    FlexCell CellOf(int row, int column) const;
+    const ProfitLossLine *CurrentLine() const;
+    void MSHFlexGridPL_Click();
+    void MSHFlexGridPL_HeadClick(int column);
+
+    ListDateRange m_range;
+    FlexGrid *MSHFlexGridPL = nullptr;
+    QPushButton *cmdHelp = nullptr;
+    QPushButton *cmdClose = nullptr;
+
+    std::vector<ProfitLossLine> m_lines;
+    QRgb m_rowColor = 0; ///< of the rows as they were filled
+    QRgb m_totalColor = 0;
+    QString ProfitLossOrderBy; ///< the clause that the rows are sorted by
+    ProfitLossGroup SortColumn = ProfitLossGroup::Date;
+    bool SortDescending = false; ///< of the next click on a heading
+};
