@@ -92,7 +92,7 @@ mapfile -d '' -t files < <(find . -type f \( -name '*.h' -o -name '*.cpp' \) -pr
     }
 
     !keeps_time_and_boxes && \
-    match($0, /QMessageBox|QFileDialog|QColorDialog|QInputDialog|QTimer|QBasicTimer|QDate::currentDate|QDateTime::current|QTime::currentTime|QThread::[mu]?sleep|this_thread::sleep|system_clock::now/) {
+    match($0, /QMessageBox|QFileDialog|QColorDialog|QInputDialog|QTimer[^E]|QTimer$|QBasicTimer|QDate::currentDate|QDateTime::current|QTime::currentTime|QThread::[mu]?sleep|this_thread::sleep|system_clock::now/) {
         report(substr($0, RSTART, RLENGTH) " belongs to the clock or the dialogs")
     }
 

@@ -173,16 +173,18 @@ QString NameOf(const QWidget *control)
 namespace
 {
 
-/// A control on another tab of its form: a person turns to that tab first.
+/// A control on another tab of its form: a person turns to that tab first, and to the one that this
+/// tab lies on before.
 void TurnToTabOf(QWidget *control)
 {
-    for (QWidget *page = control; page && !page->isWindow(); page = page->parentWidget()) {
-        auto *stack = page->parentWidget();
-        auto *tabs = stack ? qobject_cast<QTabWidget *>(stack->parentWidget()) : nullptr;
-        const int tab = tabs ? tabs->indexOf(page) : -1;
-        if (tab >= 0 && tab != tabs->currentIndex() && tabs->isVisible() && tabs->isTabEnabled(tab))
-            ClickAt(tabs->tabBar(), tabs->tabBar()->tabRect(tab));
-    }
+    QWidget *parent = control->isWindow() ? nullptr : control->parentWidget();
+    if (!parent)
+        return;
+    TurnToTabOf(parent);
+    auto *tabs = qobject_cast<QTabWidget *>(parent->parentWidget());
+    const int tab = tabs ? tabs->indexOf(control) : -1;
+    if (tab >= 0 && tab != tabs->currentIndex() && tabs->isVisible() && tabs->isTabEnabled(tab))
+        ClickAt(tabs->tabBar(), tabs->tabBar()->tabRect(tab));
 }
 
 } // namespace

@@ -6,6 +6,9 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 
@@ -48,6 +51,9 @@ RuntimeError FromFileError(const QFileDevice &file, const QString &path)
     }
 }
 
+constexpr QFile::Permissions OwnersOwn =
+    QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+
 } // namespace
 
 bool Files::FileExists(const QString &path)
@@ -76,6 +82,7 @@ void Files::CopyFile(const QString &from, const QString &to, bool overwrite)
     QSaveFile target(to);
     if (!target.open(QIODevice::WriteOnly))
         throw FromFileError(target, to);
+    target.setPermissions(target.permissions() & (source.permissions() | OwnersOwn));
     while (!source.atEnd()) {
         const QByteArray block = source.read(1 << 20);
         if (source.error() != QFileDevice::NoError)
@@ -106,4 +113,22 @@ void Files::Name(const QString &from, const QString &to)
         throw RuntimeError(RuntimeError::PathNotFoundNumber,
                            QStringLiteral("Path not found: ") + to);
     throw FromErrno(error, from);
+}
+
+void Files::Sync(const QString &path)
+{
+    const int file = open(QFile::encodeName(path).constData(), O_RDONLY);
+    if (file < 0)
+        throw FromErrno(errno, path);
+    const int error = fsync(file) == 0 ? 0 : errno;
+    close(file);
+    if (error != 0 && error != EINVAL && error != EROFS)
+        throw FromErrno(error, path);
+}
+
+void Files::RestrictToOwner(const QString &path)
+{
+    const QFile::Permissions wide = QFile::permissions(path);
+    if (wide & ~OwnersOwn)
+        QFile::setPermissions(path, wide & OwnersOwn);
 }

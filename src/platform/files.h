@@ -11,11 +11,18 @@ namespace Files
 {
 
 bool FileExists(const QString &path);
-/// With `overwrite` off, a target that exists is error 58 and stays as it is.
+/// With `overwrite` off, a target that exists is error 58 and stays as it is. Others than the user
+/// may do no more with the copy than with its original.
 void CopyFile(const QString &from, const QString &to, bool overwrite);
 /// Deletes a file; error 53 when there is none.
 void Kill(const QString &path);
 /// Renames, replacing a file of the new name.
 void Name(const QString &from, const QString &to);
+/// Waits until a file, or the names in a folder, are on the disk; a file system that cannot do that
+/// is left alone.
+void Sync(const QString &path);
+/// Takes from all others what they may do with a file (mode 0600). Nothing happens to a file that is
+/// not the user's, or on a file system without permissions.
+void RestrictToOwner(const QString &path);
 
 } // namespace Files

@@ -17,6 +17,8 @@ public:
     /// Loads the cycle that was suspended and says so; without one, clears the status. On the way
     /// out of the program prices are not asked for any more.
     void Resume(Program &program);
+    /// The user has switched the prices off meanwhile: what was suspended stays so.
+    void Forget() { PriceCycleSuspended = false; }
 
 private:
     bool PriceCycleSuspended = false;

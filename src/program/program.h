@@ -36,6 +36,7 @@ struct RunState
     bool AccountInvalid = false;
     bool OpeningExisting = false;
     bool BackupOffered = false; ///< the wizard asked for a backup in this run
+    bool WizardReminderShown = false; ///< after a delete of history
     QString BackupMode;         ///< "Backup", "Restore", "AutoCompact" or empty
     int IdleMinutes = 0;        ///< ticks since the last action of the user
     int ScreenWidth = 0; ///< inner size of the main window, by which screens place themselves

@@ -1,6 +1,8 @@
 #include "shell/account_files.h"
 
+#include "platform/files.h"
 #include "program/preferences.h"
+#include "store/database_copy.h"
 
 #include <QFileInfo>
 
@@ -15,27 +17,137 @@ QString AccountNameOf(const QString &path)
 FileRequest AccountFiles::Request(FileRequest::Kind kind, const QString &title) const
 {
     const QString &current = m_program.settings.CurrentFilePath;
-    const QString folder = current.isEmpty() ? m_program.services.appPath
-                                             : current.left(current.lastIndexOf(QLatin1Char('/')));
+    const QString folder = current.isEmpty()
+                               ? m_program.services.appPath + QLatin1Char('/')
+                               : current.left(current.lastIndexOf(QLatin1Char('/')) + 1);
     return {kind, title, QStringLiteral("Tracker Databases (*.mdb)|*.mdb"),
-            folder + QStringLiteral("/*.mdb")};
+            folder + QStringLiteral("*.mdb")};
 }
 
-void AccountFiles::mnuFLOpenExisting_Click()
+/// Runs a command that makes an account; its failure is shown and ends the program.
+template <class Steps>
+void AccountFiles::OrEnd(Steps steps)
+{
+    try {
+        steps();
+    } catch (const RuntimeError &error) {
+        m_program.services.dialogs.MsgBox(
+            QStringLiteral("An error has occured while creating a new account\n") +
+                ErrorLines(error),
+            Box::Stop, QStringLiteral("MDI Editor"));
+        m_program.services.lifetime.End();
+    }
+}
+
+/// Asks for the name of a new account until `make` finds no file of that name. Nothing when the
+/// user cancels.
+template <class Make>
+std::optional<QString> AccountFiles::PickNewAccount(const QString &title, Make make)
 {
     Dialogs &dialogs = m_program.services.dialogs;
-    const std::optional<QString> path =
-        dialogs.PickFile(Request(FileRequest::Kind::Open, QStringLiteral("Open existing account")));
-    if (!path)
-        return;
+    while (std::optional<QString> path =
+               dialogs.PickFile(Request(FileRequest::Kind::Save, title))) {
+        if (!path->endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive))
+            *path += QLatin1String(".mdb"); // or the dialogs would not show the account any more
+        try {
+            make(*path);
+            return path;
+        } catch (const RuntimeError &error) {
+            if (error.Number() != RuntimeError::FileExistsNumber)
+                throw;
+        }
+        dialogs.MsgBox(QStringLiteral("This account name already exist, please select another."),
+                       Box::Exclamation, QStringLiteral("MDI Editor"));
+    }
+    return std::nullopt;
+}
+
+void AccountFiles::GoOverTo(const QString &path)
+{
+    m_program.settings.CurrentFilePath = path;
+    m_program.settings.AccountName = AccountNameOf(path);
+    // What the account has no control row for must not come from the account before: least of all
+    // its password.
+    m_program.account = AccountState();
+}
+
+void AccountFiles::mnuFLNew_Click()
+{
+    OrEnd([this] {
+        const QString pattern = m_program.services.appPath + QStringLiteral("/Template.xxx");
+        const std::optional<QString> path =
+            PickNewAccount(QStringLiteral("Create new account"), [&](const QString &chosen) {
+                Files::CopyFile(pattern, chosen, false);
+                Files::RestrictToOwner(chosen);
+            });
+        if (!path)
+            return;
+        m_program.accountRoutines->CloseAllScreens();
+        GoOverTo(*path);
+        m_program.run.NewAccount = true;
+        // Opens the databases, writes the first control rows, and opens the account as it goes.
+        m_program.screens.ShowModal(QStringLiteral("frmUserSetup"));
+        SaveSettings(m_program);
+    });
+}
+
+void AccountFiles::mnuFLSaveAs_Click()
+{
+    OrEnd([this] {
+        const QString original = m_program.settings.CurrentFilePath;
+        const std::optional<QString> path =
+            PickNewAccount(QStringLiteral("Save As..."), [](const QString &chosen) {
+                if (QFileInfo::exists(chosen))
+                    throw RuntimeError(RuntimeError::FileExistsNumber,
+                                       QStringLiteral("File already exists: ") + chosen);
+            });
+        if (!path)
+            return;
+        // Before the copy: what the screens write as they go, and the lots of the last transaction,
+        // belong into it.
+        m_program.accountRoutines->CloseAllScreens();
+        CopyDatabase(original, *path);
+        GoOverTo(*path);
+        SaveSettings(m_program);
+        OpenDatabases(m_program.databases, m_program.settings, m_program.account,
+                      m_program.services);
+        m_program.accountRoutines->OpenAccount();
+    });
+}
+
+bool AccountFiles::mnuFLOpenExisting_Click()
+{
+    const std::optional<QString> path = m_program.services.dialogs.PickFile(
+        Request(FileRequest::Kind::Open, QStringLiteral("Open existing account")));
+    if (path)
+        OpenExisting(*path);
+    return path.has_value();
+}
+
+void AccountFiles::TellOpenElsewhere(const QString &path)
+{
+    m_program.services.dialogs.MsgBox(
+        QStringLiteral("The account %1 is open already in another Quillon.\n"
+                       "Please close it there first, or open another account.")
+            .arg(AccountNameOf(path)),
+        Box::Exclamation, EditorTitle());
+}
+
+void AccountFiles::OpenExisting(const QString &path)
+{
+    Dialogs &dialogs = m_program.services.dialogs;
     // The whole path is looked at, folders included.
-    if (path->contains(QLatin1String("ApplControl")) || path->contains(QLatin1String("WebSite"))) {
+    if (path.contains(QLatin1String("ApplControl")) || path.contains(QLatin1String("WebSite"))) {
         dialogs.MsgBox(QStringLiteral("This is an invalid account database, please try again"),
                        Box::Exclamation, EditorTitle());
         return;
     }
+    if (m_program.databases.accountLock.IsOpenElsewhere(path)) {
+        TellOpenElsewhere(path);
+        return;
+    }
     try {
-        OpenAccountFile(*path);
+        OpenAccountFile(path);
     } catch (const RuntimeError &error) {
         dialogs.MsgBox(QStringLiteral("An error has occured opening an existing account\n") +
                            ErrorLines(error),
@@ -48,12 +160,8 @@ void AccountFiles::OpenAccountFile(const QString &path)
 {
     m_program.run.OpeningExisting = true;
     m_program.accountRoutines->CloseAllScreens();
-    m_program.settings.CurrentFilePath = path;
-    m_program.settings.AccountName = AccountNameOf(path);
+    GoOverTo(path);
     SaveSettings(m_program);
-    // What the account has no control row for must not come from the account before: least of all
-    // its password.
-    m_program.account = AccountState();
     OpenDatabases(m_program.databases, m_program.settings, m_program.account, m_program.services);
     m_program.accountRoutines->OpenAccount();
     m_program.run.AccountInvalid = false;

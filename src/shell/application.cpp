@@ -111,6 +111,12 @@ Application::Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime,
     m_window->OnCommand = [this](const QString &name) {
         RunGuarded(*m_program, [&] { m_runner->Run(name); });
     };
+    m_window->OnAccount = [this](const QString &path) {
+        RunGuarded(*m_program, [&] {
+            m_program->UserActed();
+            m_accountFiles->OpenExisting(path);
+        });
+    };
     m_window->OnClose = [this] { RunGuarded(*m_program, [this] { Exit(); }); };
 }
 
@@ -142,5 +148,6 @@ void Application::MarkEnded()
 {
     m_ended = true;
     CloseDatabases(m_program->databases);
+    m_program->databases.accountLock.Release();
     m_host.EndAll();
 }

@@ -3,6 +3,7 @@
 #include "platform/command_groups.h"
 #include "program/browser_screen.h"
 #include "program/command_target.h"
+#include "program/compact_databases.h"
 #include "program/external_browser.h"
 #include "program/rebuild_wizard.h"
 #include "shell/account_files.h"
@@ -70,9 +71,15 @@ void Commands::FillOwn()
     const auto own = [this](const char *name, std::function<void()> routine) {
         m_own.insert(QString::fromUtf8(name), std::move(routine));
     };
+    own("mnuFLNew", [this] { m_accountFiles.mnuFLNew_Click(); });
+    own("mnuFLSaveAs", [this] { m_accountFiles.mnuFLSaveAs_Click(); });
     own("mnuFLOpenExisting", [this] { m_accountFiles.mnuFLOpenExisting_Click(); });
     own("mnuFLBackup", [this] { BackupOrRestore(QStringLiteral("Backup")); });
     own("mnuFLRestore", [this] { BackupOrRestore(QStringLiteral("Restore")); });
+    own("mnuFLCompactDBA", [this] {
+        m_program.run.BackupMode.clear();
+        CompactDatabases(m_program);
+    });
     own("mnuFLExit", [this] { m_exit(); });
     own("mnuHelpTopics", [this] { m_host.ShowHelp(QStringLiteral("AboutQuillon.htm")); });
     own("popDTViewHistoricalPrice", [this] {
@@ -160,7 +167,7 @@ void Commands::RunOwn(const QString &name)
 
 bool Commands::SymbolSelected(const QString &message)
 {
-    if (!m_program.selection.CurrentSymbol.isEmpty())
+    if (!m_program.selection.CurrentSymbol.trimmed().isEmpty()) // a cash row has a blank
         return true;
     m_program.services.dialogs.MsgBox(message, Box::Exclamation,
                                       QStringLiteral("Application Editor"));

@@ -2,12 +2,16 @@
 
 #include "platform/widgets/app_icon.h"
 #include "shell/command_table.h"
+#include "shell/recent_menu.h"
 #include "shell/status_bar.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QMdiArea>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -30,6 +34,8 @@ frmMDIMain::frmMDIMain(Program &program, const QString &gStatusMessage)
     addToolBar(m_toolbar);
     setStatusBar(m_statusBar);
     BuildCommands();
+    AddRecentAccounts();
+    setAcceptDrops(true);
 
     // The user's mouse anywhere on the toolbar counts as an action, also between the buttons.
     m_toolbar->setMouseTracking(true);
@@ -80,6 +86,22 @@ void frmMDIMain::BuildCommands()
         UpdateCommand(name);
     }
     UpdateConnectIcon();
+}
+
+void frmMDIMain::AddRecentAccounts()
+{
+    auto *open =
+        qobject_cast<QToolButton *>(m_toolbar->widgetForAction(Action(QStringLiteral("Open"))));
+    auto *recent = new RecentMenu(m_program, open);
+    recent->OnAccount = [this](const QString &path) { ChooseAccount(path); };
+    open->setMenu(recent);
+    open->setPopupMode(QToolButton::MenuButtonPopup);
+}
+
+void frmMDIMain::ChooseAccount(const QString &path)
+{
+    if (OnAccount)
+        OnAccount(path);
 }
 
 void frmMDIMain::UpdateCommand(const QString &name)
@@ -138,6 +160,42 @@ void frmMDIMain::closeEvent(QCloseEvent *event)
     event->ignore();
     if (OnClose)
         OnClose();
+}
+
+QString frmMDIMain::DroppedAccount(const QDropEvent &event) const
+{
+    const CommandStates &states = m_program.services.commands;
+    if (QApplication::activeModalWidget() || !states.Enabled(QStringLiteral("Open")) ||
+        !CommandUsable(states, QStringLiteral("mnuFLOpenExisting")))
+        return QString();
+    const QList<QUrl> urls = event.mimeData()->urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return QString();
+    const QFileInfo file(urls.first().toLocalFile());
+    const bool isAccount =
+        file.isFile() && file.suffix().compare(QLatin1String("mdb"), Qt::CaseInsensitive) == 0;
+    return isAccount ? file.filePath() : QString();
+}
+
+void frmMDIMain::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (DroppedAccount(*event).isEmpty())
+        return;
+    // A copy: the program the file comes from must not take it away as moved.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void frmMDIMain::dropEvent(QDropEvent *event)
+{
+    const QString path = DroppedAccount(*event);
+    if (path.isEmpty())
+        return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    // Later: the program the file comes from waits until the drop is done, and there may be boxes.
+    QMetaObject::invokeMethod(
+        this, [this, path] { ChooseAccount(path); }, Qt::QueuedConnection);
 }
 
 bool frmMDIMain::eventFilter(QObject *watched, QEvent *event)

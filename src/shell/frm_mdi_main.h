@@ -43,15 +43,25 @@ public:
 
     /// The user chose a command.
     std::function<void(const QString &name)> OnCommand;
+    /// The user chose an account's file: from the Open button's drop-down, or by dropping it on the
+    /// window.
+    std::function<void(const QString &path)> OnAccount;
     /// The window's own close button; the window stays unless the program ends.
     std::function<void()> OnClose;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    /// One file that ends in ".mdb" can be dropped while an account can be opened.
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void BuildCommands();
+    void AddRecentAccounts();
+    void ChooseAccount(const QString &path);
+    /// The account that is dragged over the window; empty when it cannot be opened.
+    QString DroppedAccount(const QDropEvent &event) const;
     void UpdateConnectIcon();
 
     Program &m_program;

@@ -1,12 +1,16 @@
 #include "shell/main_routine.h"
 
 #include "platform/command_groups.h"
+#include "program/compact_databases.h"
 #include "program/preferences.h"
 #include "program/wait_cursor.h"
 #include "shell/account_files.h"
 #include "shell/frm_mdi_main.h"
 #include "shell/screen_host.h"
+#include "store/account_care.h"
 #include "store/control_rows.h"
+#include "store/conversion.h"
+#include "store/recent_accounts.h"
 
 #include <chrono>
 #include <cmath>
@@ -40,8 +44,14 @@ void MainRoutine::Main()
     if (m_program.settings.ShowTipOfDay == 1 && !m_program.run.NewAccount &&
         !m_program.run.SignOnCancelled && m_host.Has(tips))
         m_host.ShowModal(tips);
-    if (m_program.account.LogoffEnabled == 1)
-        m_program.tmrLogoff->SetEnabled(true);
+    m_isStarted = true;
+    StartLogoff();
+}
+
+/// Stops it for an account that does not ask for it.
+void MainRoutine::StartLogoff()
+{
+    m_program.tmrLogoff->SetEnabled(m_program.account.LogoffEnabled == 1);
 }
 
 void MainRoutine::ShowSplash()
@@ -71,6 +81,10 @@ void MainRoutine::tmrLogoff_Timer()
 
 void MainRoutine::OpenAccount()
 {
+    if (m_program.databases.accountOpenElsewhere) {
+        OpenAnotherAccount();
+        return;
+    }
     QString failure;
     try {
         ReadAndOpen();
@@ -89,6 +103,17 @@ void MainRoutine::OpenAccount()
     } while (m_program.run.AccountInvalid);
 }
 
+void MainRoutine::OpenAnotherAccount()
+{
+    m_program.run.AccountInvalid = true;
+    m_accountFiles.TellOpenElsewhere(m_program.settings.CurrentFilePath);
+    while (m_program.run.AccountInvalid) {
+        // Without an account there is nothing to do here, and nothing to lose.
+        if (!m_accountFiles.mnuFLOpenExisting_Click())
+            m_program.services.lifetime.End();
+    }
+}
+
 void MainRoutine::ReadAndOpen()
 {
     CommandStates &commands = m_program.services.commands;
@@ -97,7 +122,7 @@ void MainRoutine::ReadAndOpen()
     if (m_program.databases.accountError)
         throw RuntimeError(*m_program.databases.accountError);
     LoadDescriptiveTable(m_program.databases.gConnAccount, m_program.account,
-                         m_program.services.clock.Today());
+                         m_program.services.clock.Today(), [this] { ConvertAccount(); });
     if (!m_program.entry.RebuildRunning)
         m_program.undo = UndoState();
     m_program.undo.UndoLast.Balance = m_program.account.AccountBalance;
@@ -113,6 +138,27 @@ void MainRoutine::ReadAndOpen()
     ArrangeAtStartup();
     commands.SetEnabled(QStringLiteral("UndoLast"), false);
     m_window.UpdateStatusBar(); // no screen may have come up to do it
+    if (m_isStarted) // else Main does it last
+        StartLogoff();
+    if (!m_program.entry.RebuildRunning)
+        CareForOpenAccount();
+}
+
+void MainRoutine::CareForOpenAccount()
+{
+    RememberAccount(m_program.services.settingsStore, m_program.settings.CurrentFilePath);
+    // Behind the screens, whose own words would replace the line at once.
+    const QString line = CareForAccount(m_program.databases, m_program.services.clock.Today());
+    if (!line.isEmpty())
+        m_program.services.status.Post(line);
+}
+
+void MainRoutine::ConvertAccount()
+{
+    const WaitCursor hourglass;
+    ConversionWork work{m_program.databases, m_program.settings, m_program.account,
+                        m_program.services, [this] { CloseAllScreens(); }};
+    ConvertToVersion5(work);
 }
 
 void MainRoutine::OpenStartupScreens()
@@ -248,13 +294,16 @@ void MainRoutine::Unload()
 void MainRoutine::CompactWhenDue()
 {
     const Settings &settings = m_program.settings;
-    if (!CompactDatabases || settings.CheckCompact != 1 ||
+    if (settings.CheckCompact != 1 ||
         m_program.account.ElapsedDays.Value() < settings.CompactDays)
         return;
     m_program.run.BackupMode = QStringLiteral("AutoCompact");
-    CompactDatabases();
-    Connection &account = m_program.databases.gConnAccount;
-    account.Open(settings.CurrentFilePath);
-    account.Execute(
-        QStringLiteral("UPDATE DescriptiveTable SET Field07 = 1 WHERE TableName = 'Balance'"));
+    // Whatever becomes of the account's file, the exit goes on.
+    RunGuarded(m_program, [this, &settings] {
+        CompactDatabases(m_program);
+        Connection &account = m_program.databases.gConnAccount;
+        account.Open(settings.CurrentFilePath);
+        account.Execute(
+            QStringLiteral("UPDATE DescriptiveTable SET Field07 = 1 WHERE TableName = 'Balance'"));
+    });
 }

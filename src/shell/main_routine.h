@@ -28,12 +28,14 @@ public:
     bool QueryUnload();
     void Unload();
 
-    /// Compacts the account and the shared prices; without it there is no automatic compaction.
-    std::function<void()> CompactDatabases;
-
 private:
     void ShowSplash();
     void ReadAndOpen();
+    /// The open account is of a version before 5.
+    void ConvertAccount();
+    void OpenAnotherAccount();
+    /// The checks and copies of each opening, when the screens are up.
+    void CareForOpenAccount();
     void OpenStartupScreens();
     void ArrangeAtStartup();
     bool RemindOfBackup();
@@ -41,6 +43,7 @@ private:
     void UpdateAverage();
     void CompactWhenDue();
     void OpenCurrentDatabases();
+    void StartLogoff();
     /// A tick of tmrLogoff.
     void tmrLogoff_Timer();
 
@@ -48,4 +51,5 @@ private:
     frmMDIMain &m_window;
     ScreenHost &m_host;
     AccountFiles &m_accountFiles;
+    bool m_isStarted = false; ///< Main has come to its end
 };

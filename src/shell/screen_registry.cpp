@@ -1,5 +1,9 @@
 #include "shell/screen_registry.h"
 
+#include "lists/frm_daily_profit_loss.h"
+#include "lists/frm_delete_options.h"
+#include "lists/frm_history_list.h"
+#include "lists/frm_purchase_list.h"
 #include "marketdata/frm_historical_price_list.h"
 #include "marketdata/frm_internet_tran.h"
 #include "marketdata/frm_new_version.h"
@@ -8,8 +12,11 @@
 #include "marketdata/frm_quote_site_trial.h"
 #include "marketdata/frm_web_browser.h"
 #include "marketdata/frm_web_login.h"
+#include "reports/frm_portfolio_select.h"
+#include "shell/frm_backup_restore.h"
 #include "shell/frm_password.h"
 #include "shell/frm_splash.h"
+#include "shell/frm_user_setup.h"
 #include "shell/screen_host.h"
 #include "tracking/frm_daily_tracker.h"
 #include "transactions/frm_security_update.h"
@@ -31,9 +38,7 @@ void Register(ScreenHost &host, const char *name, const char *viewEntry = "")
 }
 
 constexpr const char *ScreensToCome[] = {
-    "frmAbout",           "frmBackupRestore", "frmChartScreen", "frmDailyProfitLoss",
-    "frmDateSelect",      "frmDeleteOptions", "frmHistoryList", "frmPlotSelection",
-    "frmPortfolioSelect", "frmPurchaseList",  "frmTipOfDay",    "frmUserSetup",
+    "frmAbout", "frmChartScreen", "frmDateSelect", "frmPlotSelection", "frmTipOfDay",
 };
 
 } // namespace
@@ -48,14 +53,21 @@ void RegisterScreens(ScreenHost &host)
 {
     Register<frmSplash>(host, "frmSplash");
     Register<frmPassword>(host, "frmPassword");
+    Register<frmBackupRestore>(host, "frmBackupRestore");
     Register<frmDailyTracker>(host, "frmDailyTracker", "mnuVWDailyTracker");
+    Register<frmDailyProfitLoss>(host, "frmDailyProfitLoss", "mnuVWDailyProfitLoss");
+    Register<frmDeleteOptions>(host, "frmDeleteOptions");
+    Register<frmHistoryList>(host, "frmHistoryList", "mnuVWHistory");
+    Register<frmPurchaseList>(host, "frmPurchaseList", "mnuVWPurchaseList");
     Register<frmHistoricalPriceList>(host, "frmHistoricalPriceList", "mnuVWHistoricalPriceList");
     Register<frmNewVersion>(host, "frmNewVersion");
     Register<frmProgressBar>(host, "frmProgressBar");
+    Register<frmPortfolioSelect>(host, "frmPortfolioSelect");
     Register<frmQuoteServerUpdate>(host, "frmQuoteServerUpdate", "mnuVWQuoteServerUpdate");
     Register<frmQuoteSiteTrial>(host, "frmQuoteSiteTrial");
     Register<frmSecurityUpdate>(host, "frmSecurityUpdate");
     Register<frmTransactionUpdate>(host, "frmTransactionUpdate");
+    Register<frmUserSetup>(host, "frmUserSetup");
     Register<frmWebBrowser>(host, "frmWebBrowser");
     Register<frmInternetTran>(host, "frmInternetTran");
     Register<frmWebLogin>(host, "frmWebLogin");

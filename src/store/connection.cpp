@@ -7,6 +7,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 namespace
@@ -23,27 +24,38 @@ void Check(sqlite3 *database, int result)
         throw LastError(database);
 }
 
-/// Looks into the header alone, so that a foreign file is not even locked.
-void RequireOurFile(const QString &path)
+/// Looks into the header alone, so that a foreign file is not even locked. It reads through the
+/// store's own file: closing another one would drop the locks that this process has on the account.
+void RequireOurFile(sqlite3 *database, const QString &path)
 {
-    if (path.isEmpty())
-        throw RuntimeError::Store(QStringLiteral("Could not open file '': no name"));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw RuntimeError::Store(
-            QStringLiteral("Could not open file '%1': %2").arg(path, file.errorString()));
-    const QByteArray header = file.read(100);
+    sqlite3_file *file = nullptr;
+    sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    QByteArray header(100, '\0');
+    sqlite3_int64 size = 0;
     constexpr int pageSizeOffset = 16;
     constexpr int markOffset = 68;
-    if (header.size() < 100 || !header.startsWith(QByteArray("SQLite format 3\0", 16)) ||
+    if (!file->pMethods || // ":memory:"
+        file->pMethods->xRead(file, header.data(), int(header.size()), 0) != SQLITE_OK ||
+        file->pMethods->xFileSize(file, &size) != SQLITE_OK ||
+        !header.startsWith(QByteArray("SQLite format 3\0", 16)) ||
         qFromBigEndian<qint32>(header.constData() + markOffset) != ApplicationMark)
         throw RuntimeError::Store(QStringLiteral("Unrecognized database format '%1'.").arg(path));
     // The store reads a last page that was cut short as zeros. With a log beside the file it may
     // be just that page which the log completes.
     const int pageSize =
         std::max<int>(1, qFromBigEndian<quint16>(header.constData() + pageSizeOffset));
-    if (file.size() % pageSize != 0 && !QFile::exists(path + QStringLiteral("-wal")))
+    if (size % pageSize != 0 && !QFile::exists(path + QStringLiteral("-wal")))
         throw RuntimeError::Store(QStringLiteral("The file is cut short: '%1'.").arg(path));
+}
+
+/// Why the store could not open a file, in the words of the system.
+RuntimeError CannotOpen(sqlite3 *database, const QString &path)
+{
+    const int error = database ? sqlite3_system_errno(database) : ENOMEM;
+    return RuntimeError::Store(QStringLiteral("Could not open file '%1': %2")
+                                   .arg(path, error != 0
+                                                  ? qt_error_string(error)
+                                                  : QString::fromUtf8(sqlite3_errmsg(database))));
 }
 
 } // namespace
@@ -237,13 +249,16 @@ Connection::~Connection()
 void Connection::Open(const QString &path, Durability durability)
 {
     Close();
-    RequireOurFile(path);
+    if (path.isEmpty())
+        throw RuntimeError::Store(QStringLiteral("Could not open file '': no name"));
     const QByteArray name = QFile::encodeName(path);
     // The program has one thread: without its locks the store reads long lists a fifth faster.
     const int result = sqlite3_open_v2(name.constData(), &m_database,
                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     try {
-        Check(m_database, result);
+        if (result != SQLITE_OK)
+            throw CannotOpen(m_database, path);
+        RequireOurFile(m_database, path);
         Check(m_database, sqlite3_extended_result_codes(m_database, 0));
         sqlite3_busy_timeout(m_database, 2000);
         if (sqlite3_db_readonly(m_database, "main") == 1)

@@ -119,6 +119,8 @@ public:
     void Close();
     bool IsOpen() const { return m_database != nullptr; }
     const QString &Path() const { return m_path; }
+    /// What the store's own library works on; throws 3704 when closed. For this floor alone.
+    sqlite3 *Handle() const { return Checked(); }
 
     Statement Prepare(const QString &sql) const;
     /// Runs a statement; the number of rows it affected.

@@ -26,7 +26,8 @@ bool IsZeroOrNull(const Recordset &rows, int column)
     return rows.IsFieldNull(column) || (isNumber && value == 0);
 }
 
-void ReadBalance(Recordset &rows, const DescriptiveColumns &at, AccountState &account, QDate today)
+/// False, with nothing written, when the account was written by a version before 5.
+bool ReadBalance(Recordset &rows, const DescriptiveColumns &at, AccountState &account, QDate today)
 {
     account.AccountBalance = account.DayBalance = rows.Money(at.field[1]);
     account.TrackerDay = rows.Date(at.field[4]);
@@ -43,11 +44,11 @@ void ReadBalance(Recordset &rows, const DescriptiveColumns &at, AccountState &ac
     if (rows.Text(at.field[6]).size() == 1)
         rows.Set(at.field[6], QString(rows.Text(at.field[6]) + QStringLiteral("0000")));
     if (rows.Text(at.field[6]).left(1).toInt() < 5)
-        throw RuntimeError::Store(QStringLiteral(
-            "The account was written by a version before 5 and has another layout."));
+        return false;
     if (rows.Text(at.field[6]) != current)
         rows.Set(at.field[6], current);
     rows.Update();
+    return true;
 }
 
 void ReadStyle(const Recordset &rows, const DescriptiveColumns &at, AccountState &account)
@@ -82,22 +83,22 @@ void OrShow(Services &services, const QString &firstLines, Write write)
 
 const QString NotChosen = QStringLiteral("n/a");
 
-} // namespace
-
-void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today)
+/// False as soon as the account turns out to be of a version before 5.
+bool WalkControlRows(Connection &gConnAccount, AccountState &account, QDate today)
 {
     Recordset rows;
     rows.Open(gConnAccount, {QStringLiteral("*"), QStringLiteral("DescriptiveTable"),
                              QStringLiteral("ORDER BY rowid")});
     if (rows.IsEmpty())
-        return;
+        return true;
     const DescriptiveColumns at(rows);
     for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext()) {
         const QString kind = rows.Text(at.tableName);
         // The style row is known by the name read so far, so that it has to stand behind Balance.
-        if (kind == QLatin1String("Balance"))
-            ReadBalance(rows, at, account, today);
-        else if (kind == account.CommissionStyle)
+        if (kind == QLatin1String("Balance")) {
+            if (!ReadBalance(rows, at, account, today))
+                return false;
+        } else if (kind == account.CommissionStyle)
             ReadStyle(rows, at, account);
         else if (kind == QLatin1String("WebSite")) {
             account.WebUpdateMinutes = Integer::FromWide(rows.Text(at.field[6]).toInt());
@@ -105,6 +106,21 @@ void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate
         } else if (kind == QLatin1String("Security"))
             ReadSecurity(rows, at, account);
     }
+    return true;
+}
+
+} // namespace
+
+void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today,
+                          const std::function<void()> &convertToVersion5)
+{
+    if (WalkControlRows(gConnAccount, account, today))
+        return;
+    if (convertToVersion5)
+        convertToVersion5();
+    if (!convertToVersion5 || !WalkControlRows(gConnAccount, account, today))
+        throw RuntimeError::Store(QStringLiteral(
+            "The account was written by a version before 5 and has another layout."));
 }
 
 void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services)

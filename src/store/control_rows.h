@@ -14,10 +14,15 @@
 #include "store/account_state.h"
 #include "store/connection.h"
 
+#include <functional>
+
 /// Reads every control row into `account` and brings the Balance row up to date: one more day of
 /// use when today is not the tracker day, and the version stamp. Kinds that have no row leave their
-/// state as it is. Throws RuntimeError when the table cannot be read.
-void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today);
+/// state as it is. An account of a version before 5 is handed to `convertToVersion5` with nothing
+/// written to it, and read anew afterwards. Throws RuntimeError when the table cannot be read, or an
+/// old account not be converted.
+void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today,
+                          const std::function<void()> &convertToVersion5 = {});
 
 /// New Balance row, or a new Field01 of the one that is there.
 void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services);

@@ -2,6 +2,8 @@
 
 #include "platform/files.h"
 
+#include <QFileInfo>
+
 namespace
 {
 
@@ -25,6 +27,28 @@ void CopyTemplateWhenMissing(const QString &database, const QString &pattern)
         Files::CopyFile(pattern, database, false);
 }
 
+void OpenAccountFile(Databases &databases, const QString &path)
+{
+    const bool isReopening = databases.accountLock.Holds(path);
+    // A log beside the file is what a program leaves that dies in the middle of its work.
+    const bool hasLog = QFileInfo(path + QStringLiteral("-wal")).size() > 0;
+    const AccountLock::Outcome lock = databases.accountLock.Acquire(path);
+    databases.accountOpenElsewhere = lock == AccountLock::Outcome::OpenElsewhere;
+    if (databases.accountOpenElsewhere)
+        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                           QStringLiteral("Another program works on '%1'.").arg(path));
+    try {
+        databases.gConnAccount.Open(path);
+        Files::RestrictToOwner(path); // before there is a log, which takes over the permissions
+        // The lots of a posting are written when the next one begins, whose own commit syncs both.
+        databases.gConnUndo.Open(path, Durability::WithNextSync);
+    } catch (...) {
+        databases.accountLock.Release();
+        throw;
+    }
+    databases.accountLeftOpen = !isReopening && (hasLog || lock == AccountLock::Outcome::TakenOver);
+}
+
 } // namespace
 
 void OpenDatabases(Databases &databases, Settings &settings, AccountState &account,
@@ -32,9 +56,7 @@ void OpenDatabases(Databases &databases, Settings &settings, AccountState &accou
 {
     databases.accountError.reset();
     try {
-        databases.gConnAccount.Open(settings.CurrentFilePath);
-        // The lots of a posting are written when the next one begins, whose own commit syncs both.
-        databases.gConnUndo.Open(settings.CurrentFilePath, Durability::WithNextSync);
+        OpenAccountFile(databases, settings.CurrentFilePath);
     } catch (const RuntimeError &error) {
         databases.accountError = error; // shown when the control rows are read
     }

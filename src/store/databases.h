@@ -11,12 +11,18 @@
 /// and OpenDatabases.
 
 #include "platform/services.h"
+#include "store/account_lock.h"
 #include "store/account_state.h"
 #include "store/recordset.h"
 #include "store/settings.h"
 
 struct Databases
 {
+    /// Taken when an account is opened and kept while its files are closed for a while; it goes with
+    /// the next account or the end of the program.
+    AccountLock accountLock;
+    bool accountOpenElsewhere = false; ///< another program works on it: accountError says so
+    bool accountLeftOpen = false;      ///< it was not closed properly, and is not checked yet
     Connection gConnAccount;
     Connection gConnUndo;
     Connection gConnWebSites;
@@ -29,9 +35,11 @@ struct Databases
 };
 
 /// Opens the five connections; makes ApplControl.mdb and HistPrices.mdb from their templates when
-/// they are missing. A shared file that cannot be opened ends the program after a message.
+/// they are missing. A shared file that cannot be opened ends the program after a message. The
+/// account is locked against other programs, and its file becomes the user's alone (mode 0600).
 void OpenDatabases(Databases &databases, Settings &settings, AccountState &account,
                    Services &services);
+/// Closes the files; the account stays locked.
 void CloseDatabases(Databases &databases);
 
 /// Opens gRsWebParameters; without a chosen site takes the last one, by name, that holds

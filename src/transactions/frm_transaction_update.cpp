@@ -46,7 +46,7 @@ void frmTransactionUpdate::Activate()
         return;
     UpdateUndoButton();
     const QString &symbol = m_program.selection.CurrentSymbol;
-    if (!symbol.isEmpty() && symbol != txtSymbol->text()) {
+    if (!symbol.trimmed().isEmpty() && symbol != txtSymbol->text()) { // a cash row has a blank
         ClearObjects();
         TakeSelection();
         m_typeFound = LookUpType();

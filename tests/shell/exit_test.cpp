@@ -206,12 +206,15 @@ TEST_F(Exit, KeepsTheEntryScreenOfARebuild)
 
 TEST_F(Exit, CompactsWhenDueAndCountsTheDaysAnew)
 {
+    folder.Execute(folder.SampleAccount(), "INSERT INTO History (Symbol, Description, Shares) "
+                                           "VALUES ('ACME', 'Bought', 0)");
     run.SetOption("CheckCompact", "1").SetOption("CompactDays", "4");
     run.App().Launch();
-    QString mode;
-    run.App().Routines().CompactDatabases = [&] { mode = run.State().run.BackupMode; };
     run.Choose("mnuFLExit");
-    EXPECT_EQ(mode, "AutoCompact");
+    EXPECT_TRUE(run.App().Ended());
+    EXPECT_EQ(run.boxes.Texts(), QStringList());
+    EXPECT_EQ(run.State().run.BackupMode, "AutoCompact");
+    EXPECT_EQ(folder.Value(folder.SampleAccount(), "SELECT count(*) FROM History"), "0");
     EXPECT_EQ(folder.Value(folder.SampleAccount(),
                            "SELECT Field07 FROM DescriptiveTable WHERE TableName = 'Balance'"),
               "1.0");
@@ -219,11 +222,11 @@ TEST_F(Exit, CompactsWhenDueAndCountsTheDaysAnew)
 
 TEST_F(Exit, DoesNotCompactBeforeItsDays)
 {
-    run.SetOption("CheckCompact", "1").SetOption("CompactDays", "5");
+    run.SetOption("CheckCompact", "1").SetOption("CompactDays", "5"); // four days of use, of five
     run.App().Launch();
-    run.App().Routines().CompactDatabases = [&] { FAIL() << "four days of use, of five"; };
     run.Choose("mnuFLExit");
     EXPECT_TRUE(run.App().Ended());
+    EXPECT_EQ(run.State().run.BackupMode, "");
 }
 
 TEST_F(Exit, EndsWithAMessageWhenTheSettingsCannotBeWritten)

@@ -243,16 +243,12 @@ TEST_F(MainWindow, SaysWhichEntryIsNotBuiltYetAndDoesNothingElse)
 
 TEST_F(MainWindow, NamesAStartupScreenThatIsNotBuiltYetWhenAnotherAccountIsOpened)
 {
-    run.SetOption("HistoryList", "1");
+    run.SetOption("ChartScreen", "1");
     run.App().Launch();
-    EXPECT_EQ(run.Panel(1), "History List is not built yet");
+    EXPECT_EQ(run.Panel(1), "Chart Screen is not built yet");
     run.boxes.files = {folder.AddAccount("Other.mdb")};
     run.Choose("mnuFLOpenExisting");
-    EXPECT_EQ(run.Panel(1), "History List is not built yet");
-    run.Choose("Setup"); // for which the menu entry stands
-    EXPECT_EQ(run.Panel(1), "Setup is not built yet");
-    run.Choose("mnuFLBackup");
-    EXPECT_EQ(run.Panel(1), "Backup is not built yet");
+    EXPECT_EQ(run.Panel(1), "Chart Screen is not built yet");
 }
 
 TEST_F(MainWindow, ShowsTheAccountInTheStatusBarAlsoWhenNoScreenComesUp)

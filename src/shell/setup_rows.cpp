@@ -1,0 +1,98 @@
+#include "shell/setup_rows.h"
+
+#include <QIntValidator>
+
+namespace SetupRows
+{
+
+namespace
+{
+
+FieldEdit *Field(QWidget *parent, const char *name, const char *accessibleName, const char *tip,
+                 int characters)
+{
+    auto *field = Named(new FieldEdit(parent), name, accessibleName);
+    field->setToolTip(QString::fromUtf8(tip));
+    field->setAlignment(Qt::AlignRight);
+    field->setFixedWidth(field->fontMetrics().averageCharWidth() * (characters + 3));
+    return field;
+}
+
+template <class Button>
+Button *Choice(QWidget *parent, const char *name, const char *caption, const char *tip)
+{
+    auto *button = Named(new Button(QString::fromUtf8(caption), parent), name, caption);
+    button->setToolTip(QString::fromUtf8(tip));
+    return button;
+}
+
+} // namespace
+
+QCheckBox *Check(QWidget *parent, const char *name, const char *caption, const char *tip)
+{
+    return Choice<QCheckBox>(parent, name, caption, tip);
+}
+
+QRadioButton *Option(QWidget *parent, const char *name, const char *caption, const char *tip)
+{
+    return Choice<QRadioButton>(parent, name, caption, tip);
+}
+
+FieldEdit *Number(QWidget *parent, const char *name, const char *accessibleName, const char *tip)
+{
+    FieldEdit *field = Field(parent, name, accessibleName, tip, 6);
+    field->setValidator(new QIntValidator(0, INT16_MAX, field)); // keeps pasted letters out as well
+    return field;
+}
+
+FieldEdit *Amount(QWidget *parent, const char *name, const char *accessibleName, const char *tip)
+{
+    FieldEdit *field = Field(parent, name, accessibleName, tip, 14);
+    field->SetAllowedKeys(QStringLiteral("0123456789., -"));
+    return field;
+}
+
+UpDown *Arrows(FieldEdit *buddy, const char *name, int lowest, int highest)
+{
+    auto *arrows = new UpDown(*buddy, lowest, highest);
+    arrows->setObjectName(QString::fromUtf8(name));
+    arrows->setAccessibleName(buddy->accessibleName() + QStringLiteral(": more or less"));
+    return arrows;
+}
+
+QLabel *Words(QWidget *parent, const char *text)
+{
+    auto *label = new QLabel(QString::fromUtf8(text), parent);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QLabel *Note(QWidget *parent, const char *text)
+{
+    QLabel *note = Words(parent, text);
+    note->setWordWrap(true);
+    return note;
+}
+
+QGroupBox *Frame(QWidget *page, const char *caption)
+{
+    auto *frame = new QGroupBox(QString::fromUtf8(caption), page);
+    new QVBoxLayout(frame);
+    return frame;
+}
+
+QBoxLayout *RowsOf(QGroupBox *frame)
+{
+    return static_cast<QBoxLayout *>(frame->layout());
+}
+
+void Row(QBoxLayout *rows, std::initializer_list<QWidget *> controls)
+{
+    auto *row = new QHBoxLayout;
+    for (QWidget *control : controls)
+        row->addWidget(control);
+    row->addStretch();
+    rows->addLayout(row);
+}
+
+} // namespace SetupRows

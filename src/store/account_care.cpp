@@ -1,0 +1,35 @@
+#include "store/account_care.h"
+
+#include "store/daily_copy.h"
+
+#include <utility>
+
+bool IsInOrder(Connection &account)
+{
+    try {
+        Statement check = account.Prepare(QStringLiteral("PRAGMA quick_check(1)"));
+        return check.Step() && check.Text(0) == QLatin1String("ok");
+    } catch (const RuntimeError &) {
+        return false; // too damaged even to be looked at
+    }
+}
+
+QString CareForAccount(Databases &databases, QDate today)
+{
+    QString told;
+    if (std::exchange(databases.accountLeftOpen, false)) {
+        // A copy of a damaged file would in time push out the last good one.
+        if (!IsInOrder(databases.gConnAccount))
+            return QStringLiteral("The account was not closed properly last time; its file is "
+                                  "damaged, please restore from backup.");
+        told = QStringLiteral("The account was not closed properly last time; its file is in "
+                              "order. ");
+    }
+    try {
+        MakeDailyCopy(databases.gConnAccount, today);
+    } catch (const RuntimeError &error) {
+        told +=
+            QStringLiteral("Today's copy of the account could not be made: ") + error.Description();
+    }
+    return told.trimmed();
+}

@@ -1,0 +1,144 @@
+#include "store/backup.h"
+
+#include "platform/files.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace
+{
+
+const QString BackupFolder = QStringLiteral("/Quillon Backup");
+const QString RestoredFolder = QStringLiteral("/Quillon");
+
+void Status(Services &services, const QString &text)
+{
+    services.status.Post(text);
+    services.clock.Yield();
+}
+
+Answer AskToOverwrite(Services &services, const QString &target, const QString &source, int buttons)
+{
+    return services.dialogs.MsgBox(
+        QStringLiteral("Overwrite destination files in %1\nwith files from %2/ directory?")
+            .arg(target, source),
+        buttons + Box::Question + Box::SecondDefault,
+        ApplicationTitle() + QStringLiteral(" Restore"));
+}
+
+/// False when it is there already.
+bool MakeFolder(const QString &path)
+{
+    if (QFileInfo(path).isDir())
+        return false;
+    if (!QDir().mkdir(path))
+        throw RuntimeError(RuntimeError::PathAccessNumber,
+                           QStringLiteral("Path/File access error: ") + path);
+    return true;
+}
+
+struct RestoreStep
+{
+    const char *status; ///< none: it belongs to the step before
+    const char *pattern;
+};
+constexpr RestoreStep RestoreSteps[] = {
+    {"Restoring .txt files...", "*.txt"},
+    {"Restoring .mdb files...", "*.mdb"},
+    {"Restoring miscellaneous files...", "*.xxx"},
+    {"Restoring graphic files...", "*.bmp"},
+    {nullptr, "*.ico"},
+};
+
+/// Whether there was anything to copy.
+bool RestoreFiles(Services &services, const QString &folder, bool overwrite,
+                  const AfterFile &afterFile)
+{
+    bool found = false;
+    for (const RestoreStep &step : RestoreSteps) {
+        if (step.status)
+            Status(services, QString::fromLatin1(step.status));
+        try {
+            CopyMatching(folder, QString::fromLatin1(step.pattern), services.appPath, overwrite,
+                         afterFile);
+            found = true;
+        } catch (const RuntimeError &error) {
+            if (error.Number() != RuntimeError::FileNotFoundNumber)
+                throw;
+        }
+    }
+    return found;
+}
+
+void TellNothingFound(Services &services, const QString &source)
+{
+    services.dialogs.MsgBox(
+        QStringLiteral(
+            "Nothing was restored: there are no files in\n%1\n"
+            "A backup holds the application's folder under its own name, and is restored "
+            "from the one named Quillon.\nIf the folder has another name in this backup, "
+            "rename it to Quillon there and restore again.")
+            .arg(source + RestoredFolder),
+        Box::Exclamation, EditorTitle());
+    Status(services, QStringLiteral("Nothing was restored!"));
+}
+
+} // namespace
+
+QString BackupTarget(const QString &chosen)
+{
+    QString target = chosen + BackupFolder + QLatin1Char('/');
+    return target.replace(QLatin1String("//"), QLatin1String("/"));
+}
+
+QString BackupSource(const QString &chosen)
+{
+    const qsizetype marker = chosen.indexOf(BackupFolder);
+    if (marker < 0)
+        return {};
+    const qsizetype end = chosen.indexOf(QLatin1Char('/'), marker + 1);
+    return end < 0 ? chosen : chosen.left(end);
+}
+
+bool BackUp(Services &services, const QString &target, const AfterFile &afterFile)
+{
+    const bool targetExists = !MakeFolder(target);
+    Status(services, QStringLiteral("Commencing backup procedure..."));
+    if (targetExists &&
+        AskToOverwrite(services, target, services.appPath, Box::YesNo) != Answer::Yes) {
+        Status(services, QStringLiteral("Backup not executed!"));
+        return false;
+    }
+    Status(services, QStringLiteral("Backup procedure in progress..."));
+    CopyFolder(services.appPath, target, targetExists, afterFile);
+    Status(services, QStringLiteral("Backup procedure successful!"));
+    return true;
+}
+
+bool Restore(Services &services, const QString &source, const AfterFile &afterFile)
+{
+    Status(services, QStringLiteral("Commencing restore procedure..."));
+    const Answer answer =
+        AskToOverwrite(services, services.appPath + QLatin1Char('/'), source, Box::YesNoCancel);
+    if (answer == Answer::Cancel)
+        return false;
+    if (answer == Answer::No)
+        services.dialogs.MsgBox(QStringLiteral("Like name files will not be replaced..."),
+                                Box::Exclamation, EditorTitle());
+    try {
+        if (!RestoreFiles(services, source + RestoredFolder, answer == Answer::Yes, afterFile)) {
+            TellNothingFound(services, source);
+            return false;
+        }
+    } catch (const RuntimeError &error) {
+        if (error.Number() != RuntimeError::PermissionDeniedNumber)
+            throw;
+        services.dialogs.MsgBox(QStringLiteral("Restore was not successful because \n"
+                                               "the database is in use by another application!"),
+                                Box::Exclamation, EditorTitle());
+        Status(services, QStringLiteral("Restore procedure was not completed!"));
+        return false;
+    }
+    Status(services, QStringLiteral("Restore procedure successful!"));
+    return true;
+}

@@ -1,0 +1,98 @@
+#include "store/database_copy.h"
+
+#include "platform/files.h"
+#include "store/connection.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <memory>
+
+namespace
+{
+
+constexpr const char *LogSuffixes[] = {"-wal", "-shm", "-journal"};
+
+void RequireRoomFor(const QString &path)
+{
+    const QFileInfo folder(QFileInfo(path).absolutePath());
+    if (QFileInfo(path).exists() || QFileInfo(path).isSymLink())
+        throw RuntimeError(RuntimeError::FileExistsNumber,
+                           QStringLiteral("File already exists: ") + path);
+    if (!folder.isDir())
+        throw RuntimeError(RuntimeError::PathNotFoundNumber,
+                           QStringLiteral("Path not found: ") + path);
+    if (!folder.isWritable())
+        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                           QStringLiteral("Permission denied: ") + path);
+}
+
+/// Before the first byte is in it, so that nobody else reads along.
+void CreatePrivateFile(const QString &path)
+{
+    const int file = open(QFile::encodeName(path).constData(), O_CREAT | O_EXCL | O_RDWR, 0600);
+    if (file < 0)
+        throw RuntimeError(RuntimeError::PathAccessNumber,
+                           QStringLiteral("Path/File access error: ") + path);
+    close(file);
+}
+
+void WriteCopy(const Connection &from, const QString &path)
+{
+    sqlite3 *opened = nullptr;
+    const int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &opened,
+                                       SQLITE_OPEN_READWRITE, nullptr);
+    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> target(opened, sqlite3_close);
+    const auto fail = [&] { throw RuntimeError::Store(QString::fromUtf8(sqlite3_errmsg(opened))); };
+    if (result != SQLITE_OK)
+        fail();
+    sqlite3_backup *backup = sqlite3_backup_init(opened, "main", from.Handle(), "main");
+    if (!backup)
+        fail();
+    sqlite3_backup_step(backup, -1);
+    if (sqlite3_backup_finish(backup) != SQLITE_OK)
+        fail();
+    // The header of the open file says that it has a log; the copy is one file.
+    if (sqlite3_exec(opened, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr) != SQLITE_OK)
+        fail();
+}
+
+} // namespace
+
+void CopyDatabase(const QString &from, const QString &to)
+{
+    RequireRoomFor(to);
+    Connection source;
+    source.Open(from);
+    CopyDatabase(source, to);
+}
+
+void CopyDatabase(const Connection &from, const QString &to)
+{
+    RequireRoomFor(to);
+    const QString beside = to + QStringLiteral(".new");
+    RemoveDatabase(beside);
+    try {
+        CreatePrivateFile(beside);
+        WriteCopy(from, beside);
+        Files::Name(beside, to);
+    } catch (...) {
+        QFile::remove(beside);
+        QFile::remove(beside + QStringLiteral("-journal"));
+        throw;
+    }
+}
+
+void RemoveDatabase(const QString &path)
+{
+    // The logs first: one that stayed behind would be taken for that of the next file of this name.
+    for (const char *suffix : LogSuffixes)
+        if (const QString log = path + QLatin1String(suffix); QFileInfo::exists(log))
+            Files::Kill(log);
+    if (QFileInfo::exists(path))
+        Files::Kill(path);
+}

@@ -1,0 +1,225 @@
+#include "store/folder_copy.h"
+
+#include "platform/files.h"
+#include "store/connection.h"
+#include "store/database_copy.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <sqlite3.h>
+
+#include <memory>
+
+namespace
+{
+
+/// By the mark in the header; a damaged one may still bear it.
+bool IsDatabaseOfOurs(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    constexpr int markOffset = 68;
+    const QByteArray header = file.read(100);
+    return header.size() == 100 && header.startsWith(QByteArray("SQLite format 3\0", 16)) &&
+           qFromBigEndian<qint32>(header.constData() + markOffset) == ApplicationMark;
+}
+
+RuntimeError Damaged(const QString &path, const QString &why)
+{
+    return RuntimeError::Store(QStringLiteral("The file is damaged: %1 (%2)").arg(path, why));
+}
+
+/// Reads a closed database through, and throws when it does not hold together.
+void RequireSound(const QString &path)
+{
+    sqlite3 *opened = nullptr;
+    const int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &opened,
+                                       SQLITE_OPEN_READONLY, nullptr);
+    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
+    QString found;
+    const auto take = [](void *text, int, char **values, char **) {
+        *static_cast<QString *>(text) = QString::fromUtf8(values[0]);
+        return 1; // the first finding will do
+    };
+    if (result == SQLITE_OK)
+        sqlite3_exec(opened, "PRAGMA quick_check(1)", take, &found, nullptr);
+    if (found != QLatin1String("ok"))
+        throw Damaged(path, found.isEmpty() ? QString::fromUtf8(sqlite3_errmsg(opened)) : found);
+}
+
+/// Brings home what a program that died has left in the log; error 70 when another one is at work,
+/// the store's own error when the file cannot be read as a database.
+void RequireFree(const QString &path)
+{
+    sqlite3 *opened = nullptr;
+    int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &opened,
+                                 SQLITE_OPEN_READWRITE, nullptr);
+    std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
+    if (result == SQLITE_OK)
+        result = sqlite3_exec(opened, "PRAGMA journal_mode=DELETE; BEGIN EXCLUSIVE; ROLLBACK",
+                              nullptr, nullptr, nullptr);
+    const QString why = QString::fromUtf8(sqlite3_errmsg(opened));
+    database.reset();
+    const bool isHeld = result == SQLITE_BUSY || result == SQLITE_LOCKED ||
+                        result == SQLITE_READONLY ||
+                        (result == SQLITE_OK && QFileInfo::exists(path + QLatin1String("-wal")));
+    if (isHeld)
+        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                           QStringLiteral("Permission denied, the file is in use: ") + path);
+    if (result != SQLITE_OK)
+        throw Damaged(path, why);
+}
+
+/// A file to be copied from: all of it must be in the one file.
+void RequireSource(const QString &path)
+{
+    const bool hasLog = QFileInfo::exists(path + QLatin1String("-wal"));
+    // Where nothing can be written (a disc) nobody else can be at work either.
+    if (!hasLog && !QFileInfo(path).isWritable())
+        return;
+    RequireFree(path);
+}
+
+/// A file to be replaced. A log of a file that is past opening goes with it: it would be taken for
+/// the log of the new one.
+void RequireTarget(const QString &path)
+{
+    try {
+        RequireFree(path);
+        return;
+    } catch (const RuntimeError &error) {
+        if (error.Number() != RuntimeError::StoreNumber)
+            throw;
+    }
+    for (const char *suffix : {"-wal", "-shm", "-journal"})
+        if (const QString log = path + QLatin1String(suffix); QFileInfo::exists(log))
+            Files::Kill(log);
+}
+
+void CopyOne(const QString &from, const QString &to, bool overwrite)
+{
+    const bool exists = QFileInfo::exists(to);
+    if (exists && !overwrite)
+        throw RuntimeError(RuntimeError::FileExistsNumber,
+                           QStringLiteral("File already exists: ") + to);
+    const bool isDatabase = IsDatabaseOfOurs(from);
+    if (isDatabase)
+        RequireSource(from);
+    if (exists && IsDatabaseOfOurs(to))
+        RequireTarget(to);
+    const QString beside = to + QStringLiteral(".new");
+    RemoveDatabase(beside); // of a run that was broken off
+    try {
+        Files::CopyFile(from, beside, true);
+        if (isDatabase)
+            RequireSound(beside);
+        // What a program may run stays so; a copy can always be replaced by its owner.
+        QFile::setPermissions(beside, QFile::permissions(from) | QFile::WriteOwner);
+        Files::Name(beside, to);
+    } catch (...) {
+        QFile::remove(beside);
+        throw;
+    }
+}
+
+/// What stands for a program at work on a database and not for its rows: the lock, and the logs,
+/// which are brought home before their database is copied.
+bool IsOfARun(const QString &path)
+{
+    for (const char *suffix : {".lock", "-wal", "-shm", "-journal"})
+        if (path.endsWith(QLatin1String(suffix)))
+            return IsDatabaseOfOurs(path.chopped(qsizetype(qstrlen(suffix))));
+    return false;
+}
+
+class FolderCopier
+{
+public:
+    FolderCopier(const QString &target, bool overwrite, const AfterFile &afterFile)
+        : m_target(QFileInfo(target).canonicalFilePath()), m_overwrite(overwrite),
+          m_afterFile(afterFile)
+    {}
+
+    void Copy(const QString &from, const QString &to)
+    {
+        const QString real = QFileInfo(from).canonicalFilePath();
+        if (real == m_target || m_above.contains(real)) // a link may lead back up
+            return;
+        if (!QDir().mkpath(to))
+            throw RuntimeError(RuntimeError::PathAccessNumber,
+                               QStringLiteral("Path/File access error: ") + to);
+        if (const QFileInfo folder(from); !folder.isReadable() || !folder.isExecutable())
+            throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                               QStringLiteral("Permission denied: ") + from);
+        m_above.append(real);
+        const QFileInfoList entries =
+            QDir(from).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        for (const QFileInfo &entry : entries) {
+            const QString target = to + QLatin1Char('/') + entry.fileName();
+            if (entry.isDir())
+                Copy(entry.filePath(), target);
+            else if (entry.isFile() && !IsOfARun(entry.filePath()))
+                CopyFile(entry.filePath(), target);
+        }
+        m_above.removeLast();
+    }
+    const QStringList &Damages() const { return m_damages; }
+
+private:
+    void CopyFile(const QString &from, const QString &to)
+    {
+        try {
+            CopyOne(from, to, m_overwrite);
+        } catch (const RuntimeError &error) {
+            if (error.Number() != RuntimeError::StoreNumber)
+                throw;
+            m_damages += error.Description();
+        }
+        m_afterFile();
+    }
+
+    QString m_target;
+    bool m_overwrite;
+    const AfterFile &m_afterFile;
+    QStringList m_above; ///< the folders that are being copied
+    QStringList m_damages;
+};
+
+} // namespace
+
+void CopyFolder(const QString &folder, const QString &target, bool overwrite,
+                const AfterFile &afterFile)
+{
+    FolderCopier copier(target, overwrite, afterFile);
+    copier.Copy(folder, QDir(target).filePath(QFileInfo(folder).fileName()));
+    if (!copier.Damages().isEmpty())
+        throw RuntimeError::Store(copier.Damages().join(QLatin1Char('\n')));
+}
+
+int CopyMatching(const QString &folder, const QString &pattern, const QString &target,
+                 bool overwrite, const AfterFile &afterFile)
+{
+    const QFileInfoList files =
+        QDir(folder).entryInfoList({pattern}, QDir::Files | QDir::Hidden); // case plays no part
+    if (files.isEmpty())
+        throw RuntimeError(RuntimeError::FileNotFoundNumber, QStringLiteral("File not found: ") +
+                                                                 folder + QLatin1Char('/') +
+                                                                 pattern);
+    int copied = 0;
+    for (const QFileInfo &file : files) {
+        const QString to = target + QLatin1Char('/') + file.fileName();
+        try {
+            CopyOne(file.filePath(), to, overwrite);
+            ++copied;
+        } catch (const RuntimeError &error) {
+            if (error.Number() != RuntimeError::FileExistsNumber)
+                throw;
+        }
+        afterFile();
+    }
+    return copied;
+}

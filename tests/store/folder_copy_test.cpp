@@ -1,0 +1,327 @@
+/// Copies of the application folder and back: complete, whole file by file, whatever happens.
+
+#include "account_file.h"
+#include "test_services.h"
+
+#include "store/backup.h"
+#include "store/connection.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include <sys/mount.h>
+#include <unistd.h>
+
+namespace
+{
+
+void Nothing() {}
+
+int NumberOf(const std::function<void()> &act)
+{
+    try {
+        act();
+    } catch (const RuntimeError &error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+/// An application folder "Quillon" and a place for its backup.
+class FolderCopies : public testing::Test
+{
+protected:
+    FolderCopies()
+    {
+        QDir().mkpath(App("help"));
+        QDir().mkpath(Place(""));
+        AccountFile::Write(App("Broker.mdb"), AccountFile::EmptyAccount());
+        AccountFile::Write(App("Template.xxx"), AccountFile::EmptyAccount());
+        AccountFile::Write(App("TIPOFDAY.TXT"), "A tip.\n");
+        AccountFile::Write(App("Picture.bmp"), "BM");
+        AccountFile::Write(App("help/Über uns.html"), "<html>");
+        AccountFile::Write(App("quillon"), "#!/bin/sh\n");
+        QFile::setPermissions(App("quillon"), QFile::Permissions(0x7555 | 0x7000));
+        QFile::setPermissions(App("Broker.mdb"), QFile::ReadOwner | QFile::WriteOwner);
+        Buy("ACME", App("Broker.mdb"));
+        machine.services.appPath = App("");
+        machine.services.appPath.chop(1);
+    }
+    QString App(const QString &name) const { return m_folder.filePath("Quillon/" + name); }
+    QString Place(const QString &name) const { return m_folder.filePath("stick/" + name); }
+    QString Copied(const QString &name) const { return Place("Quillon Backup/Quillon/" + name); }
+
+    static void Buy(const QString &symbol, const QString &path)
+    {
+        Connection account;
+        account.Open(path);
+        account.Execute("INSERT INTO History (Symbol) VALUES (?)", symbol);
+    }
+    static QString Symbols(const QString &path)
+    {
+        Connection account;
+        account.Open(path);
+        Statement row = account.Prepare(
+            "SELECT integrity_check || ' ' || (SELECT group_concat(Symbol, ' ') FROM History) "
+            "FROM pragma_integrity_check");
+        row.Step();
+        return row.Text(0);
+    }
+    bool Backup() { return BackUp(machine.services, BackupTarget(Place("")), Nothing); }
+    bool RestoreIt() { return Restore(machine.services, Place("Quillon Backup"), Nothing); }
+    static QString Names(const QString &folder)
+    {
+        return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join(' ');
+    }
+    static void Break(const QString &path)
+    {
+        QByteArray bytes = AccountFile::Bytes(path);
+        std::memset(bytes.data() + 4096, 0x5A, 20000);
+        AccountFile::Write(path, bytes);
+    }
+
+    QTemporaryDir m_folder;
+    TestServices machine;
+};
+
+} // namespace
+
+using ABackup = FolderCopies;
+using ARestore = FolderCopies;
+
+TEST_F(ABackup, GoesIntoAFolderOfItsOwnUnderTheApplicationsName)
+{
+    EXPECT_TRUE(Backup());
+    EXPECT_EQ(machine.Status(), "Backup procedure successful!");
+    EXPECT_TRUE(machine.dialogs.Boxes().empty());
+    EXPECT_EQ(Names(Place("Quillon Backup")), "Quillon");
+    EXPECT_EQ(Names(Copied("")), Names(App("")));
+    EXPECT_EQ(AccountFile::Bytes(Copied("help/Über uns.html")), "<html>");
+    EXPECT_EQ(Symbols(Copied("Broker.mdb")), "ok ACME");
+}
+
+TEST_F(ABackup, KeepsPermissions)
+{
+    Backup();
+    for (const char *name : {"quillon", "Broker.mdb"})
+        EXPECT_EQ(QFile::permissions(Copied(name)), QFile::permissions(App(name))) << name;
+}
+
+TEST_F(ABackup, HasWhatADyingProgramLeftInTheLog)
+{
+    {
+        Connection account;
+        account.Open(App("Broker.mdb"));
+        account.ExecuteScript("INSERT INTO History (Symbol) VALUES ('LOGGED')");
+        for (const char *end : {"", "-wal"})
+            AccountFile::Write(App(QString("Died.mdb") + end),
+                               AccountFile::Bytes(App(QString("Broker.mdb") + end)));
+    }
+    EXPECT_TRUE(Backup());
+    EXPECT_EQ(Symbols(Copied("Died.mdb")), "ok ACME LOGGED");
+    EXPECT_FALSE(QFileInfo::exists(Copied("Died.mdb-wal")));
+}
+
+TEST_F(ABackup, OverAnExistingOneAnsweredNoLeavesItAsItIs)
+{
+    Backup();
+    Buy("NEW", App("Broker.mdb"));
+    machine.dialogs.Queue(Answer::No);
+    EXPECT_FALSE(Backup());
+    EXPECT_EQ(machine.Status(), "Backup not executed!");
+    EXPECT_EQ(Symbols(Copied("Broker.mdb")), "ok ACME");
+    const std::string question = "Quillon Restore|292|Overwrite destination files in " +
+                                 Place("Quillon Backup/\nwith files from ").toStdString() +
+                                 App("").toStdString() + " directory?";
+    EXPECT_EQ(machine.dialogs.Boxes(), std::vector<std::string>{question});
+}
+
+TEST_F(ABackup, OverAnExistingOneAnsweredYesReplacesItsFilesAndKeepsOthers)
+{
+    Backup();
+    Buy("NEW", App("Broker.mdb"));
+    AccountFile::Write(Copied("Old.mdb"), "kept");
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_TRUE(Backup());
+    EXPECT_EQ(Symbols(Copied("Broker.mdb")), "ok ACME NEW");
+    EXPECT_EQ(AccountFile::Bytes(Copied("Old.mdb")), "kept");
+}
+
+TEST_F(ABackup, InsideTheApplicationFolderDoesNotCopyItself)
+{
+    const QString target = BackupTarget(App(""));
+    EXPECT_TRUE(BackUp(machine.services, target, Nothing));
+    EXPECT_EQ(Symbols(target + "Quillon/Broker.mdb"), "ok ACME");
+    EXPECT_FALSE(QFileInfo::exists(target + "Quillon/Quillon Backup"));
+}
+
+TEST_F(ABackup, DoesNotFollowALinkThatLeadsBackUp)
+{
+    ASSERT_TRUE(QFile::link(App(""), App("help/up")));
+    EXPECT_TRUE(Backup());
+    EXPECT_FALSE(QFileInfo::exists(Copied("help/up")));
+}
+
+TEST_F(ABackup, LeavesLocksOut)
+{
+    AccountFile::Write(App("Broker.mdb.lock"), "");
+    EXPECT_TRUE(Backup());
+    EXPECT_FALSE(QFileInfo::exists(Copied("Broker.mdb.lock")));
+}
+
+TEST_F(ABackup, NeverPutsADamagedDatabaseOverAGoodOneAndCopiesTheRest)
+{
+    Backup();
+    Break(App("Broker.mdb"));
+    AccountFile::Write(App("Zuletzt.txt"), "new");
+    machine.dialogs.Queue(Answer::Yes);
+    try {
+        Backup();
+        ADD_FAILURE() << "said nothing";
+    } catch (const RuntimeError &error) {
+        EXPECT_TRUE(error.Description().contains("Broker.mdb")) << qPrintable(error.Description());
+    }
+    EXPECT_EQ(Symbols(Copied("Broker.mdb")), "ok ACME");
+    EXPECT_EQ(AccountFile::Bytes(Copied("Zuletzt.txt")), "new");
+}
+
+TEST_F(ABackup, OfADatabaseInUseIsErrorSeventy)
+{
+    Connection other;
+    other.Open(App("Broker.mdb"));
+    other.ExecuteScript("INSERT INTO History (Symbol) VALUES ('OTHER')");
+    EXPECT_EQ(NumberOf([&] { Backup(); }), RuntimeError::PermissionDeniedNumber);
+    other.Close();
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME OTHER");
+}
+
+TEST_F(ABackup, OnAFullDiskIsErrorSixtyOneAndLeavesNoHalfFile)
+{
+    if (mount("tmpfs", Place("").toUtf8(), "tmpfs", 0, "size=60k") != 0)
+        GTEST_SKIP() << "a small disk cannot be mounted here";
+    EXPECT_EQ(NumberOf([&] { Backup(); }), RuntimeError::DiskFullNumber);
+    for (const QString &name : QDir(Copied("")).entryList(QDir::Files))
+        EXPECT_EQ(AccountFile::Bytes(Copied(name)), AccountFile::Bytes(App(name)));
+    umount(Place("").toUtf8());
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME");
+}
+
+TEST_F(ABackup, CannotBeMadeInAFolderThatIsGone)
+{
+    EXPECT_EQ(NumberOf([&] { BackUp(machine.services, BackupTarget(Place("none")), Nothing); }),
+              RuntimeError::PathAccessNumber);
+}
+
+TEST(BackupPaths, HaveNoDoubleSeparatorAndEndAtTheMarker)
+{
+    EXPECT_EQ(BackupTarget("/"), "/Quillon Backup/");
+    EXPECT_EQ(BackupTarget("/home/ann"), "/home/ann/Quillon Backup/");
+    EXPECT_EQ(BackupSource("/home/ann"), "");
+    EXPECT_EQ(BackupSource("/home/Quillon Backup"), "/home/Quillon Backup");
+    EXPECT_EQ(BackupSource("/home/Quillon Backup/Quillon/help"), "/home/Quillon Backup");
+    EXPECT_EQ(BackupSource("/home/Quillon Backup 2025/Quillon"), "/home/Quillon Backup 2025");
+}
+
+// --- restore -------------------------------------------------------------------------------------
+
+TEST_F(ARestore, AnsweredYesBringsBackTextsDatabasesTemplatesAndPictures)
+{
+    Backup();
+    for (const char *name : {"TIPOFDAY.TXT", "Template.xxx", "Picture.bmp"})
+        QFile::remove(App(name));
+    Buy("NEW", App("Broker.mdb"));
+    AccountFile::Write(App("quillon"), "newer");
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_TRUE(RestoreIt());
+    EXPECT_EQ(machine.Status(), "Restore procedure successful!");
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME");
+    EXPECT_EQ(AccountFile::Bytes(App("TIPOFDAY.TXT")), "A tip.\n");
+    EXPECT_TRUE(QFileInfo::exists(App("Template.xxx")));
+    EXPECT_TRUE(QFileInfo::exists(App("Picture.bmp")));
+    EXPECT_EQ(AccountFile::Bytes(App("quillon")), "newer"); // of no kind that is restored
+    const std::string question = "Quillon Restore|291|Overwrite destination files in " +
+                                 App("").toStdString() + "\nwith files from " +
+                                 Place("Quillon Backup/ directory?").toStdString();
+    EXPECT_EQ(machine.dialogs.Boxes(), std::vector<std::string>{question});
+}
+
+TEST_F(ARestore, AnsweredNoCopiesOnlyWhatIsMissing)
+{
+    Backup();
+    Buy("NEW", App("Broker.mdb"));
+    QFile::remove(App("TIPOFDAY.TXT"));
+    machine.dialogs.Queue(Answer::No);
+    EXPECT_TRUE(RestoreIt());
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME NEW");
+    EXPECT_EQ(AccountFile::Bytes(App("TIPOFDAY.TXT")), "A tip.\n");
+    EXPECT_EQ(machine.dialogs.Boxes().back(),
+              "Quillon Editor|48|Like name files will not be replaced...");
+    EXPECT_EQ(machine.Status(), "Restore procedure successful!");
+}
+
+TEST_F(ARestore, AnsweredCancelDoesNothing)
+{
+    Backup();
+    Buy("NEW", App("Broker.mdb"));
+    machine.dialogs.Queue(Answer::Cancel);
+    EXPECT_FALSE(RestoreIt());
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME NEW");
+    EXPECT_EQ(machine.Status(), "Commencing restore procedure...");
+}
+
+TEST_F(ARestore, PassesOverAKindThatTheBackupDoesNotHave)
+{
+    Backup();
+    for (const char *name : {"TIPOFDAY.TXT", "Picture.bmp", "Template.xxx"})
+        QFile::remove(Copied(name));
+    Buy("NEW", App("Broker.mdb"));
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_TRUE(RestoreIt());
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME");
+}
+
+TEST_F(ARestore, OfAnApplicationFolderOfAnotherNameSaysThatNothingWasRestored)
+{
+    Backup();
+    QDir().rename(Place("Quillon Backup/Quillon"), Place("Quillon Backup/app"));
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_FALSE(RestoreIt());
+    EXPECT_EQ(machine.Status(), "Nothing was restored!");
+    EXPECT_NE(machine.dialogs.Boxes().back().find("rename it to Quillon"), std::string::npos);
+}
+
+TEST_F(ARestore, OverADatabaseInUseSaysSoAndLeavesIt)
+{
+    Backup();
+    Connection other;
+    other.Open(App("Broker.mdb"));
+    other.ExecuteScript("INSERT INTO History (Symbol) VALUES ('OTHER')");
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_FALSE(RestoreIt());
+    EXPECT_EQ(machine.dialogs.Boxes().back(),
+              "Quillon Editor|48|Restore was not successful because \n"
+              "the database is in use by another application!");
+    other.Close();
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME OTHER");
+}
+
+TEST_F(ARestore, MendsADamagedDatabaseAndDropsItsLog)
+{
+    Backup();
+    Break(App("Broker.mdb"));
+    AccountFile::Write(App("Broker.mdb-wal"), "rubbish");
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_TRUE(RestoreIt());
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME");
+}
+
+TEST_F(ARestore, OfADamagedBackupKeepsTheGoodFile)
+{
+    Backup();
+    Buy("NEW", App("Broker.mdb"));
+    Break(Copied("Broker.mdb"));
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_EQ(NumberOf([&] { RestoreIt(); }), RuntimeError::StoreNumber);
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME NEW");
+}
