@@ -4,12 +4,9 @@
 ///
 ///     bench_lists                (with the application folder beside the build)
 
+#include "list_run.h"
 #include "platform/widgets/data_grid.h"
 #include "platform/widgets/grid_find.h"
-#include "program_folder.h"
-#include "shell/application.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -21,29 +18,17 @@ namespace
 constexpr int Rows = 100000;
 constexpr int Symbols = 500;
 
-struct ListOf
-{
-    const char *form;
-    const char *grid;
-};
-constexpr ListOf History{"frmHistoryList", "DataGridHistoryList"};
-constexpr ListOf Lots{"frmPurchaseList", "DataGridPurchaseList"};
+constexpr char History[] = "frmHistoryList";
+constexpr char Lots[] = "frmPurchaseList";
 
-/// An application folder whose sample account holds that many transactions and lots, without
-/// positions.
-class LedgerFolder
+/// Its sample account holds that many transactions and lots, without positions.
+class LedgerFolder : public ListFolder
 {
 public:
     LedgerFolder()
     {
-        MakeFolder(DeliveredFolder(), m_folder.path(), 0);
-        SettingsStore settings(m_folder.filePath(QStringLiteral("settings.ini")));
-        for (const char *option : {"ShowTipOfDay", "WebPriceUpdate"})
-            settings.SaveSetting(QStringLiteral("Options"), QString::fromUtf8(option),
-                                 QStringLiteral("0"));
-        settings.Flush();
         Connection account;
-        account.Open(AccountFile());
+        account.Open(Account());
         WriteGuard guard(account);
         for (const char *table : {"DailyTracker", "History", "PriceHistory"})
             account.Execute(QStringLiteral("DELETE FROM ") + QString::fromUtf8(table));
@@ -68,121 +53,44 @@ public:
         }
         guard.Commit();
     }
-    QString Path() const { return m_folder.path(); }
-    QString AccountFile() const
-    {
-        return m_folder.filePath(QStringLiteral("Sample Portfolio.mdb"));
-    }
-
-private:
-    QTemporaryDir m_folder;
 };
 
-/// The program with its window; the lists can be opened and closed again and again.
-class ListsRun
+const LedgerFolder &Folder()
 {
-public:
-    ListsRun()
-    {
-        m_application.Launch();
-        Settle();
-    }
-    void Open(ListOf list)
-    {
-        m_application.State().screens.Show(QString::fromUtf8(list.form));
-        Settle();
-    }
-    void Close(ListOf list)
-    {
-        m_application.State().screens.Unload(QString::fromUtf8(list.form));
-        Settle();
-    }
-    DataGrid &Grid(ListOf list)
-    {
-        Form *form = m_application.State().screens.Find(QString::fromUtf8(list.form));
-        return *form->findChild<DataGrid *>(QString::fromUtf8(list.grid));
-    }
-    void Settle()
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
-    }
+    static const LedgerFolder folder;
+    return folder;
+}
 
-    LedgerFolder folder;
-
-private:
-    SimulatedClock m_clock{QDateTime(QDate(2026, 3, 2), QTime(10, 15))};
-    AgreeingDialogs m_dialogs;
-    ThrowingLifetime m_lifetime;
-    Application m_application{m_clock,       m_dialogs,
-                              m_lifetime,    folder.Path() + QStringLiteral("/settings.ini"),
-                              folder.Path(), QLocale(QLocale::English, QLocale::UnitedStates)};
-};
-
-ListsRun &Run()
+ListRun<DataGrid> &Run()
 {
-    static auto *run = new ListsRun;
+    static auto *run = new ListRun<DataGrid>(Folder());
     return *run;
 }
 
-void StepAllRows(benchmark::State &state, const char *statement)
+void StepLedger(benchmark::State &state, const char *statement)
 {
-    Connection account;
-    account.Open(Run().folder.AccountFile());
-    for (auto _ : state) {
-        Statement select = account.Prepare(QString::fromUtf8(statement));
-        int rows = 0;
-        while (select.Step())
-            ++rows;
-        if (rows != Rows)
-            state.SkipWithError("not all rows");
-    }
+    StepAllRows(state, Folder().Account(), QString::fromUtf8(statement), Rows);
 }
 
-void Open(benchmark::State &state, ListOf list)
+void Open(benchmark::State &state, const char *form)
 {
-    for (auto _ : state) {
-        Run().Open(list);
-        state.PauseTiming();
-        if (Run().Grid(list).RowCount() != Rows)
-            state.SkipWithError("not all rows");
-        Run().Close(list);
-        state.ResumeTiming();
-    }
+    Run().TimeOpening(state, form, Rows);
 }
 
-void ScrollToTheEnd(benchmark::State &state, ListOf list)
+void ScrollToTheEnd(benchmark::State &state, const char *form)
 {
-    Run().Open(list);
-    DataGrid &grid = Run().Grid(list);
-    for (auto _ : state) {
-        grid.SetCurrentRow(grid.RowCount() - 1);
-        Run().Settle();
-        state.PauseTiming();
-        grid.SetCurrentRow(0);
-        Run().Settle();
-        state.ResumeTiming();
-    }
-    Run().Close(list);
+    Run().TimeScrollingToTheEnd(state, form);
 }
 
-/// A click on the heading, in the one direction and the other.
 void Sort(benchmark::State &state, const char *caption)
 {
-    Run().Open(History);
-    DataGrid &grid = Run().Grid(History);
-    const int place = grid.ColumnByCaption(QString::fromUtf8(caption));
-    for (auto _ : state) {
-        grid.ClickHeader(place);
-        Run().Settle();
-    }
-    Run().Close(History);
+    Run().TimeSorting(state, History, caption);
 }
 
 void FindInVain(benchmark::State &state)
 {
     Run().Open(History);
-    DataGrid &grid = Run().Grid(History);
+    DataGrid &grid = Run().GridOf(History);
     QKeyEvent press(QEvent::KeyPress, Qt::Key_F, Qt::ControlModifier);
     QApplication::sendEvent(grid.focusProxy(), &press);
     auto *find = grid.findChild<GridFind *>(QStringLiteral("GridFind"));
@@ -197,20 +105,20 @@ void FindInVain(benchmark::State &state)
     "SELECT ID, Symbol, Name, Description, Shares, Price, Amount, TransactionCost, TransDate, "    \
     "Time FROM History "
 
-BENCHMARK_CAPTURE(StepAllRows, history,
+BENCHMARK_CAPTURE(StepLedger, history,
                   HISTORY_STATEMENT "ORDER BY Transdate DESC, Time DESC, Symbol")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Open, history, History)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ScrollToTheEnd, history, History)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(StepAllRows, by_symbol, HISTORY_STATEMENT "ORDER BY Symbol, TransDate, Time")
+BENCHMARK_CAPTURE(StepLedger, by_symbol, HISTORY_STATEMENT "ORDER BY Symbol, TransDate, Time")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Sort, by_symbol, "Symbol")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(StepAllRows, by_amount,
+BENCHMARK_CAPTURE(StepLedger, by_amount,
                   HISTORY_STATEMENT "ORDER BY Amount, Symbol, TransDate, Time")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Sort, by_amount, "Amount")->Unit(benchmark::kMillisecond);
 BENCHMARK(FindInVain)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(StepAllRows, lots,
+BENCHMARK_CAPTURE(StepLedger, lots,
                   "SELECT ID, Symbol, Shares, PurchasePrice, TransDate, Time FROM PriceHistory "
                   "ORDER BY Symbol, TransDate, Time")
     ->Unit(benchmark::kMillisecond);

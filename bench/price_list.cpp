@@ -4,15 +4,10 @@
 ///
 ///     bench_price_list           (with the application folder beside the build)
 
-#include "bench_account.h"
+#include "list_run.h"
 #include "platform/widgets/data_grid.h"
-#include "shell/application.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QKeyEvent>
 
 namespace
 {
@@ -20,26 +15,12 @@ namespace
 constexpr int Symbols = 50;
 constexpr int Days = 2000;
 
-/// An application folder of its own whose price file holds 100,000 rows.
-class PriceFolder
+/// Its price file holds 100,000 rows.
+class PriceFolder : public ListFolder
 {
 public:
     PriceFolder()
     {
-        const QDir from(
-            QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../delivered")));
-        for (const QString &folder : {QStringLiteral("."), QStringLiteral("icons")}) {
-            QDir().mkpath(m_folder.filePath(folder));
-            for (const QString &name : QDir(from.filePath(folder)).entryList(QDir::Files))
-                QFile::copy(from.filePath(folder + QLatin1Char('/') + name),
-                            m_folder.filePath(folder + QLatin1Char('/') + name));
-        }
-        SettingsStore settings(m_folder.filePath(QStringLiteral("settings.ini")));
-        for (const char *option : {"ShowTipOfDay", "WebPriceUpdate"})
-            settings.SaveSetting(QStringLiteral("Options"), QString::fromUtf8(option),
-                                 QStringLiteral("0"));
-        settings.Flush();
-
         QFile::remove(PriceFile());
         CreateDatabase(PriceFile(),
                        ReadSchema(QStringLiteral(QUILLON_DATA "/schema/hist_prices.sql")));
@@ -59,128 +40,54 @@ public:
             }
         guard.Commit();
     }
-    QString Path() const { return m_folder.path(); }
-    QString PriceFile() const { return m_folder.filePath(QStringLiteral("HistPrices.mdb")); }
-
-private:
-    QTemporaryDir m_folder;
+    QString PriceFile() const { return In("HistPrices.mdb"); }
 };
 
-const QString ListName = QStringLiteral("frmHistoricalPriceList");
+constexpr char List[] = "frmHistoricalPriceList";
 
-/// The program with its window; the list can be opened and closed again and again.
-class PriceListRun
+const PriceFolder &Folder()
 {
-public:
-    PriceListRun()
-    {
-        m_application.Launch();
-        Settle();
-    }
-    void OpenList()
-    {
-        m_application.State().selection.CurrentSymbol.clear(); // all symbols
-        m_application.State().screens.Show(ListName);
-        Settle();
-    }
-    void CloseList()
-    {
-        m_application.State().screens.Unload(ListName);
-        Settle();
-    }
-    DataGrid &Grid()
-    {
-        Form *list = m_application.State().screens.Find(ListName);
-        return *list->findChild<DataGrid *>(QStringLiteral("DataGridHistoricalPriceList"));
-    }
-    void Settle()
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
-    }
+    static const PriceFolder folder;
+    return folder;
+}
 
-    PriceFolder folder;
-
-private:
-    SimulatedClock m_clock{QDateTime(QDate(2026, 3, 2), QTime(10, 15))};
-    AgreeingDialogs m_dialogs;
-    ThrowingLifetime m_lifetime;
-    Application m_application{m_clock,       m_dialogs,
-                              m_lifetime,    folder.Path() + QStringLiteral("/settings.ini"),
-                              folder.Path(), QLocale(QLocale::English, QLocale::UnitedStates)};
-};
-
-PriceListRun &Run()
+ListRun<DataGrid> &Run()
 {
-    static auto *run = new PriceListRun;
+    static auto *run = new ListRun<DataGrid>(Folder());
     return *run;
 }
 
-void StepAllRows(benchmark::State &state, const char *orderBy)
+void StepPrices(benchmark::State &state, const char *orderBy)
 {
-    Connection prices;
-    prices.Open(Run().folder.PriceFile());
-    for (auto _ : state) {
-        Statement select = prices.Prepare(
-            QStringLiteral("SELECT Symbol, PriceDate, PriceOpen, DayHigh, DayLow, PriceClose, "
-                           "Volume, AdjClose FROM HistoricalPrices ") +
-            QString::fromUtf8(orderBy));
-        int rows = 0;
-        while (select.Step())
-            ++rows;
-        if (rows != Symbols * Days)
-            state.SkipWithError("not all rows");
-    }
+    StepAllRows(state, Folder().PriceFile(),
+                QStringLiteral("SELECT Symbol, PriceDate, PriceOpen, DayHigh, DayLow, PriceClose, "
+                               "Volume, AdjClose FROM HistoricalPrices ") +
+                    QString::fromUtf8(orderBy),
+                Symbols * Days);
 }
 
 void Open(benchmark::State &state)
 {
-    for (auto _ : state) {
-        Run().OpenList();
-        state.PauseTiming();
-        if (Run().Grid().RowCount() != Symbols * Days)
-            state.SkipWithError("not all rows");
-        Run().CloseList();
-        state.ResumeTiming();
-    }
+    Run().TimeOpening(state, List, Symbols * Days);
 }
 
 void ScrollToTheEnd(benchmark::State &state)
 {
-    Run().OpenList();
-    DataGrid &grid = Run().Grid();
-    for (auto _ : state) {
-        grid.SetCurrentRow(grid.RowCount() - 1);
-        Run().Settle();
-        state.PauseTiming();
-        grid.SetCurrentRow(0);
-        Run().Settle();
-        state.ResumeTiming();
-    }
-    Run().CloseList();
+    Run().TimeScrollingToTheEnd(state, List);
 }
 
-/// A click on the heading, in the one direction and the other.
 void Sort(benchmark::State &state, const char *caption)
 {
-    Run().OpenList();
-    DataGrid &grid = Run().Grid();
-    const int place = grid.ColumnByCaption(QString::fromUtf8(caption));
-    for (auto _ : state) {
-        grid.ClickHeader(place);
-        Run().Settle();
-    }
-    Run().CloseList();
+    Run().TimeSorting(state, List, caption);
 }
 
-BENCHMARK_CAPTURE(StepAllRows, opening, "ORDER BY Symbol, PriceDate DESC")
+BENCHMARK_CAPTURE(StepPrices, opening, "ORDER BY Symbol, PriceDate DESC")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(Open)->Unit(benchmark::kMillisecond);
 BENCHMARK(ScrollToTheEnd)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(StepAllRows, by_date, "ORDER BY PriceDate, Symbol")
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(StepPrices, by_date, "ORDER BY PriceDate, Symbol")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Sort, by_date, "Date")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(StepAllRows, by_close, "ORDER BY PriceClose, Symbol, PriceDate DESC")
+BENCHMARK_CAPTURE(StepPrices, by_close, "ORDER BY PriceClose, Symbol, PriceDate DESC")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Sort, by_close, "Close")->Unit(benchmark::kMillisecond);
 

@@ -6,14 +6,11 @@
 ///     bench_profit_list           (with the application folder beside the build)
 
 #include "ledger.h"
-#include "program_folder.h"
+#include "list_run.h"
 
 #include "lists/delete_rows.h"
 #include "platform/widgets/flex_grid.h"
-#include "shell/application.h"
 #include "transactions/matching.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QApplication>
 
@@ -23,20 +20,12 @@ namespace
 constexpr int Symbols = 50;
 constexpr int Days = 2000;
 
-const QString ListName = QStringLiteral("frmDailyProfitLoss");
-
-/// An application folder of its own whose account holds 100,000 profits.
-class ProfitFolder
+/// Its account holds 100,000 profits.
+class ProfitFolder : public ListFolder
 {
 public:
     ProfitFolder()
     {
-        MakeFolder(DeliveredFolder(), m_folder.path(), 0);
-        SettingsStore settings(m_folder.filePath(QStringLiteral("settings.ini")));
-        for (const char *option : {"ShowTipOfDay", "WebPriceUpdate"})
-            settings.SaveSetting(QStringLiteral("Options"), QString::fromUtf8(option),
-                                 QStringLiteral("0"));
-        settings.Flush();
         Connection account;
         account.Open(Account());
         WriteGuard guard(account);
@@ -54,115 +43,45 @@ public:
             }
         guard.Commit();
     }
-    QString Path() const { return m_folder.path(); }
-    QString Account() const { return m_folder.filePath(QStringLiteral("Sample Portfolio.mdb")); }
-
-private:
-    QTemporaryDir m_folder;
 };
 
-/// The program with its window; the list can be opened and closed again and again.
-class ProfitListRun
+constexpr char List[] = "frmDailyProfitLoss";
+
+const ProfitFolder &Folder()
 {
-public:
-    ProfitListRun()
-    {
-        m_application.Launch();
-        Settle();
-    }
-    void OpenList()
-    {
-        m_application.State().screens.Show(ListName);
-        Settle();
-    }
-    void CloseList()
-    {
-        m_application.State().screens.Unload(ListName);
-        Settle();
-    }
-    FlexGrid &Grid()
-    {
-        Form *list = m_application.State().screens.Find(ListName);
-        return *list->findChild<FlexGrid *>(QStringLiteral("MSHFlexGridPL"));
-    }
-    void Settle()
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
-    }
+    static const ProfitFolder folder;
+    return folder;
+}
 
-    ProfitFolder folder;
-
-private:
-    SimulatedClock m_clock{QDateTime(QDate(2026, 3, 2), QTime(10, 15))};
-    AgreeingDialogs m_dialogs;
-    ThrowingLifetime m_lifetime;
-    Application m_application{m_clock,       m_dialogs,
-                              m_lifetime,    folder.Path() + QStringLiteral("/settings.ini"),
-                              folder.Path(), QLocale(QLocale::English, QLocale::UnitedStates)};
-};
-
-ProfitListRun &Run()
+ListRun<FlexGrid> &Run()
 {
-    static auto *run = new ProfitListRun;
+    static auto *run = new ListRun<FlexGrid>(Folder());
     return *run;
 }
 
-void StepAllRows(benchmark::State &state, const char *orderBy)
+void StepProfits(benchmark::State &state, const char *orderBy)
 {
-    Connection account;
-    account.Open(Run().folder.Account());
-    for (auto _ : state) {
-        Statement select = account.Prepare(
-            QStringLiteral("SELECT ID, Symbol, Name, ProfitLoss, TransDate, Time FROM "
-                           "DailyProfitLoss ") +
-            QString::fromUtf8(orderBy));
-        int rows = 0;
-        while (select.Step())
-            ++rows;
-        if (rows != Symbols * Days)
-            state.SkipWithError("not all rows");
-    }
+    StepAllRows(state, Folder().Account(),
+                QStringLiteral("SELECT ID, Symbol, Name, ProfitLoss, TransDate, Time FROM "
+                               "DailyProfitLoss ") +
+                    QString::fromUtf8(orderBy),
+                Symbols * Days);
 }
 
+/// With a total for each day.
 void Open(benchmark::State &state)
 {
-    for (auto _ : state) {
-        Run().OpenList();
-        state.PauseTiming();
-        if (Run().Grid().RowCount() != Symbols * Days + Days) // a total for each day
-            state.SkipWithError("not all rows");
-        Run().CloseList();
-        state.ResumeTiming();
-    }
+    Run().TimeOpening(state, List, Symbols * Days + Days);
 }
 
 void ScrollToTheEnd(benchmark::State &state)
 {
-    Run().OpenList();
-    FlexGrid &grid = Run().Grid();
-    for (auto _ : state) {
-        grid.SetCurrentRow(grid.RowCount() - 1);
-        Run().Settle();
-        state.PauseTiming();
-        grid.SetCurrentRow(0);
-        Run().Settle();
-        state.ResumeTiming();
-    }
-    Run().CloseList();
+    Run().TimeScrollingToTheEnd(state, List);
 }
 
-/// A click on the heading, in the one direction and the other.
 void Sort(benchmark::State &state, const char *caption)
 {
-    Run().OpenList();
-    FlexGrid &grid = Run().Grid();
-    const int place = grid.ColumnByCaption(QString::fromUtf8(caption));
-    for (auto _ : state) {
-        grid.ClickHeader(place);
-        Run().Settle();
-    }
-    Run().CloseList();
+    Run().TimeSorting(state, List, caption);
 }
 
 void DeleteHistory(benchmark::State &state)
@@ -198,11 +117,11 @@ void DeleteFloor(benchmark::State &state)
     }
 }
 
-BENCHMARK_CAPTURE(StepAllRows, opening, "ORDER BY TransDate DESC, Symbol ASC")
+BENCHMARK_CAPTURE(StepProfits, opening, "ORDER BY TransDate DESC, Symbol ASC")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(Open)->Unit(benchmark::kMillisecond);
 BENCHMARK(ScrollToTheEnd)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(StepAllRows, by_symbol, "ORDER BY Symbol ASC, TransDate ASC")
+BENCHMARK_CAPTURE(StepProfits, by_symbol, "ORDER BY Symbol ASC, TransDate ASC")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Sort, by_symbol, "Symbol")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Sort, by_date, "Date")->Unit(benchmark::kMillisecond);

@@ -91,10 +91,7 @@ void frmDailyProfitLoss::ConnectControls()
     grid.OnMouseUp = [this](Qt::MouseButton) { m_program.UserActed(); };
     grid.OnClick = [this](int, int) { Guarded([this] { MSHFlexGridPL_Click(); }); };
     grid.OnHeaderClick = [this](int column) {
-        Guarded([this, column] {
-            m_program.UserActed();
-            MSHFlexGridPL_HeadClick(column);
-        });
+        ByUser([this, column] { MSHFlexGridPL_HeadClick(column); });
     };
     grid.OnContextMenu = [this](const QPoint &) {
         Guarded([this] {
@@ -106,10 +103,7 @@ void frmDailyProfitLoss::ConnectControls()
 
 QSize frmDailyProfitLoss::sizeHint() const
 {
-    const RunState &run = m_program.run;
-    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
-        return Form::sizeHint();
-    return {run.ScreenWidth * 7 / 10, run.ScreenHeight * 8 / 10};
+    return TenthsOfMainWindow(7, 8);
 }
 
 // --- coming and going ---------------------------------------------------------------------------

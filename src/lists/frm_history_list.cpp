@@ -101,17 +101,9 @@ void frmHistoryList::ConnectControls()
 void frmHistoryList::ConnectGrid()
 {
     DataGrid &grid = *DataGridHistoryList;
-    grid.OnRowColChange = [this] {
-        Guarded([this] {
-            m_program.UserActed();
-            DataGridHistoryList_RowColChange();
-        });
-    };
+    grid.OnRowColChange = [this] { ByUser([this] { DataGridHistoryList_RowColChange(); }); };
     grid.OnHeaderClick = [this](int column) {
-        Guarded([this, column] {
-            m_program.UserActed();
-            DataGridHistoryList_HeadClick(column);
-        });
+        ByUser([this, column] { DataGridHistoryList_HeadClick(column); });
     };
     grid.OnMouseUp = [this](Qt::MouseButton button) {
         m_program.UserActed();
@@ -149,10 +141,7 @@ void frmHistoryList::ConnectGrid()
 
 QSize frmHistoryList::sizeHint() const
 {
-    const RunState &run = m_program.run;
-    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
-        return Form::sizeHint();
-    return {run.ScreenWidth * 8 / 10, run.ScreenHeight * 8 / 10};
+    return TenthsOfMainWindow(8, 8);
 }
 
 // --- coming and going ---------------------------------------------------------------------------

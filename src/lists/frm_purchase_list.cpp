@@ -74,12 +74,7 @@ void frmPurchaseList::BuildControls()
 void frmPurchaseList::ConnectGrid()
 {
     DataGrid &grid = *DataGridPurchaseList;
-    grid.OnRowColChange = [this] {
-        Guarded([this] {
-            m_program.UserActed();
-            DataGridPurchaseList_RowColChange();
-        });
-    };
+    grid.OnRowColChange = [this] { ByUser([this] { DataGridPurchaseList_RowColChange(); }); };
     grid.OnMouseUp = [this](Qt::MouseButton button) {
         m_program.UserActed();
         if (button == Qt::RightButton)
@@ -109,10 +104,7 @@ void frmPurchaseList::ConnectGrid()
 
 QSize frmPurchaseList::sizeHint() const
 {
-    const RunState &run = m_program.run;
-    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
-        return Form::sizeHint();
-    return {run.ScreenWidth * 5 / 10, run.ScreenHeight * 8 / 10};
+    return TenthsOfMainWindow(5, 8);
 }
 
 // --- coming and going ---------------------------------------------------------------------------

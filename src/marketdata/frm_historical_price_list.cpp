@@ -94,16 +94,10 @@ void frmHistoricalPriceList::ConnectControls()
 
     DataGrid &grid = *DataGridHistoricalPriceList;
     grid.OnRowColChange = [this] {
-        Guarded([this] {
-            m_program.UserActed();
-            DataGridHistoricalPriceList_RowColChange();
-        });
+        ByUser([this] { DataGridHistoricalPriceList_RowColChange(); });
     };
     grid.OnHeaderClick = [this](int column) {
-        Guarded([this, column] {
-            m_program.UserActed();
-            DataGridHistoricalPriceList_HeadClick(column);
-        });
+        ByUser([this, column] { DataGridHistoricalPriceList_HeadClick(column); });
     };
     grid.OnMouseUp = [this](Qt::MouseButton) {
         m_program.UserActed();
@@ -119,10 +113,7 @@ void frmHistoricalPriceList::ConnectControls()
 
 QSize frmHistoricalPriceList::sizeHint() const
 {
-    const RunState &run = m_program.run;
-    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
-        return Form::sizeHint();
-    return {run.ScreenWidth * 7 / 10, run.ScreenHeight * 8 / 10};
+    return TenthsOfMainWindow(7, 8);
 }
 
 // --- coming and going ---------------------------------------------------------------------------

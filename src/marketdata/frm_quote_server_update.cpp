@@ -114,10 +114,7 @@ void frmQuoteServerUpdate::ConnectGrid()
 
 QSize frmQuoteServerUpdate::sizeHint() const
 {
-    const RunState &run = m_program.run;
-    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
-        return Form::sizeHint();
-    return {run.ScreenWidth * 9 / 10, run.ScreenHeight * 8 / 10};
+    return TenthsOfMainWindow(9, 8);
 }
 
 // --- load and unload ----------------------------------------------------------------------------

@@ -102,32 +102,3 @@ std::optional<QString> QuoteServerGridSource::Refusal(int column, const QString 
     return wanted.arg(name) + QStringLiteral("\n%1 cannot be stored there. ").arg(Quoted(text)) +
            QStringLiteral("The row stays as you typed it;\npress Esc to take its changes back.");
 }
-
-bool QuoteServerGridSource::Store(int row, const QMap<int, QString> &texts)
-{
-    const bool isNew = row >= m_rows.RecordCount();
-    std::vector<std::pair<int, FieldValue>> changes;
-    for (auto cell = texts.begin(); cell != texts.end(); ++cell) {
-        if (!isNew && cell.value() == Text(row, cell.key()))
-            continue;
-        std::optional<FieldValue> value = FieldFromText(cell.key(), cell.value());
-        if (!value)
-            return false;
-        changes.emplace_back(cell.key(), std::move(*value));
-    }
-    try {
-        if (isNew)
-            m_rows.AddNew();
-        else
-            m_rows.MoveTo(row);
-        for (auto &[column, value] : changes)
-            m_rows.Set(column, std::move(value));
-        m_rows.Update();
-        return true;
-    } catch (const RuntimeError &error) {
-        m_rows.CancelUpdate();
-        if (OnFailure)
-            OnFailure(error);
-        return false;
-    }
-}

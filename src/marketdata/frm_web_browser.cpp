@@ -89,19 +89,13 @@ void frmWebBrowser::BuildView()
     wbBrowser->setObjectName(QStringLiteral("wbBrowser"));
     wbBrowser->setAccessibleName(QStringLiteral("Web page"));
     wbBrowser->OnNewWindow = [this](const QUrl &page) {
-        Guarded([&] {
-            m_program.UserActed();
-            OpenInternetExplorer(m_program, page.toString(QUrl::FullyEncoded));
-        });
+        ByUser([&] { OpenInternetExplorer(m_program, page.toString(QUrl::FullyEncoded)); });
     };
 }
 
 QSize frmWebBrowser::sizeHint() const
 {
-    const RunState &run = m_program.run;
-    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
-        return Form::sizeHint();
-    return {run.ScreenWidth * 9 / 10, run.ScreenHeight * 8 / 10};
+    return TenthsOfMainWindow(9, 8);
 }
 
 void frmWebBrowser::Load()

@@ -168,10 +168,9 @@ void PriceCycle::UpdateHistory()
 {
     m_work.screens->UnloadTips();
     SelectCurrentSite();
-    const QuoteSite site = CurrentSite(m_work.databases.gRsWebParameters);
     const std::unique_ptr<HistoricalSource> source = MakeHistoricalSource(
-        ResolveAddress(m_work.webAddresses.DailyPriceHost(site), m_work.practiceServer),
-        m_work.webAddresses.DailyPriceFormat(site));
+        ResolveAddress(m_work.webAddresses.DailyPriceHost(m_site), m_work.practiceServer),
+        m_work.webAddresses.DailyPriceFormat(m_site));
     HistoricalWork work{m_work.databases.gConnHistPrices,
                         m_work.settings,
                         m_work.account,

@@ -66,7 +66,7 @@ private:
     bool RunPass();
     bool RunBatch();
     void SelectCurrentSite();
-    void ExtractBatch(const QString &page);
+    void ExtractBatch(const SymbolBatch &batch, const QString &page);
     void StoreExtractedPrice(PortfolioEntry &entry, const ExtractedText &text);
     void CountNotFound(const QString &symbol);
     bool PassIsComplete() const;
@@ -84,8 +84,6 @@ private:
 
     PortfolioArray CurrPortfolioArray;
     QuoteSite m_site;             ///< the site in use, in this pass
-    QString AddressSymbols;       ///< the batch as it goes into the address
-    std::vector<size_t> m_batch;  ///< the entries that are in it
     QTime PassTime;               ///< stamp of an entry with shares
     QTime ZeroShareTime;          ///< of one without, a second before
     Integer SymbolsTried;         ///< entries dealt with in this pass

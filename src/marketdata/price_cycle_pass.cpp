@@ -52,7 +52,7 @@ bool PriceCycle::RunBatch()
     if (StopRequested)
         return true;
     Post(QStringLiteral("Building address string..."));
-    SymbolBatch batch = BuildSymbolString(CurrPortfolioArray, m_site);
+    const SymbolBatch batch = BuildSymbolString(CurrPortfolioArray, m_site);
     if (batch.optionUnsupported) {
         m_ladder.OptionUnsupported = true;
         m_work.services.dialogs.MsgBox(
@@ -60,15 +60,13 @@ bool PriceCycle::RunBatch()
             Box::Exclamation, m_work.title);
         return false;
     }
-    AddressSymbols = batch.addressSymbols;
-    m_batch = std::move(batch.entries);
     const QString page =
-        m_ladder.FetchWebPage(m_site.BegWebAddress + AddressSymbols + m_site.EndWebAddress);
+        m_ladder.FetchWebPage(m_site.BegWebAddress + batch.addressSymbols + m_site.EndWebAddress);
     if (StopRequested)
         return true;
     if (m_ladder.ConnectFailures != Integer())
         return false;
-    ExtractBatch(page);
+    ExtractBatch(batch, page);
     return StopRequested || NotFoundCount.Value() != int(CurrPortfolioArray.size());
 }
 
@@ -87,10 +85,10 @@ void PriceCycle::SelectCurrentSite()
     m_site = CurrentSite(m_work.databases.gRsWebParameters);
 }
 
-void PriceCycle::ExtractBatch(const QString &page)
+void PriceCycle::ExtractBatch(const SymbolBatch &batch, const QString &page)
 {
-    AddressSymbols = CommaList(AddressSymbols, m_site);
-    for (const size_t index : m_batch) {
+    const QString AddressSymbols = CommaList(batch.addressSymbols, m_site);
+    for (const size_t index : batch.entries) {
         m_work.services.clock.Yield();
         if (StopRequested)
             return;

@@ -9,7 +9,7 @@ bool RunGuarded(Program &program, const std::function<void()> &handler)
         handler();
         return true;
     } catch (const ProgramEnded &) {
-        return false;  // the lifetime closes what is open
+        return false; // the lifetime closes what is open
     } catch (const RuntimeError &error) {
         program.services.dialogs.MsgBox(ErrorLines(error), Box::Stop, EditorTitle());
         return true;
@@ -25,12 +25,24 @@ Form::Form(Program &program, const QString &name, const QString &caption, Placem
 
 void Form::OnClick(QAbstractButton *button, std::function<void()> handler)
 {
-    connect(button, &QAbstractButton::clicked, this, [this, handler = std::move(handler)] {
-        Guarded([&] {
-            m_program.UserActed();
-            handler();
-        });
+    connect(button, &QAbstractButton::clicked, this,
+            [this, handler = std::move(handler)] { ByUser(handler); });
+}
+
+void Form::ByUser(const std::function<void()> &handler)
+{
+    Guarded([&] {
+        m_program.UserActed();
+        handler();
     });
+}
+
+QSize Form::TenthsOfMainWindow(int width, int height) const
+{
+    const RunState &run = m_program.run;
+    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
+        return QWidget::sizeHint();
+    return {run.ScreenWidth * width / 10, run.ScreenHeight * height / 10};
 }
 
 QPushButton *Form::MakeButton(const char *name, const char *caption)
@@ -64,8 +76,8 @@ void Form::keyPressEvent(QKeyEvent *event)
         }
         for (auto *button : findChildren<QPushButton *>()) {
             if (button->isDefault() && button->isEnabled() && button->isVisibleTo(this)) {
-                button->setFocus();  // the field is left first, so that its checks run
-                if (focusWidget() == button)  // else they refused
+                button->setFocus();          // the field is left first, so that its checks run
+                if (focusWidget() == button) // else they refused
                     button->click();
                 return;
             }

@@ -67,6 +67,8 @@ public:
     /// checks would keep the user from Close or Help. The handler moves the focus where it has to.
     QPushButton *MakeButton(const char *name, const char *caption);
     void Guarded(const std::function<void()> &handler) { RunGuarded(m_program, handler); }
+    /// Guarded, for an action of the user: the idle logoff counts anew.
+    void ByUser(const std::function<void()> &handler);
 
 protected:
     /// Asks Screens to unload this screen, as its Close button does.
@@ -76,6 +78,8 @@ protected:
     {
         return m_program.services.dialogs.MsgBox(text, buttonsValue, title);
     }
+    /// A sizeHint in tenths of the main window's inner size; the layout's own while that is unknown.
+    QSize TenthsOfMainWindow(int width, int height) const;
     /// The form's caption and " Editor".
     QString CaptionEditor() const { return EditorTitle(Caption()); }
 

@@ -52,24 +52,15 @@ void frmDailyTracker::BuildGrids()
     layout->addWidget(m_flexGridTotals);
 
     m_dataGridStock->OnRowColChange = [this] { Guarded([this] { DataGridStock_RowColChange(); }); };
-    m_dataGridStock->OnClick = [this](int) {
-        Guarded([this] {
-            m_program.UserActed();
-            DataGridStock_RowColChange();
-        });
-    };
+    m_dataGridStock->OnClick = [this](int) { ByUser([this] { DataGridStock_RowColChange(); }); };
     m_dataGridStock->OnDoubleClick = [this](int) {
-        Guarded([this] {
-            m_program.UserActed();
+        ByUser([this] {
             DataGridStock_RowColChange();
             DataGridStock_DblClick();
         });
     };
     m_dataGridStock->OnHeaderClick = [this](int column) {
-        Guarded([this, column] {
-            m_program.UserActed();
-            DataGridStock_HeadClick(column);
-        });
+        ByUser([this, column] { DataGridStock_HeadClick(column); });
     };
     m_dataGridStock->OnMouseUp = [this](Qt::MouseButton) { m_hint->MouseUp(); };
     m_dataGridStock->OnContextMenu = [this](const QPoint &) {
@@ -83,10 +74,7 @@ void frmDailyTracker::BuildGrids()
 
 QSize frmDailyTracker::sizeHint() const
 {
-    const RunState &run = m_program.run;
-    if (run.ScreenWidth <= 0 || run.ScreenHeight <= 0)
-        return Form::sizeHint();
-    return {run.ScreenWidth * 9 / 10, run.ScreenHeight * 8 / 10};
+    return TenthsOfMainWindow(9, 8);
 }
 
 // --- load and unload ----------------------------------------------------------------------------
@@ -297,15 +285,9 @@ bool frmDailyTracker::event(QEvent *event)
 void frmDailyTracker::keyPressEvent(QKeyEvent *event)
 {
     if (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Q)
-        Guarded([this] {
-            m_program.UserActed();
-            m_program.screens.Show(QStringLiteral("frmQuoteServerUpdate"));
-        });
+        ByUser([this] { m_program.screens.Show(QStringLiteral("frmQuoteServerUpdate")); });
     else if (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_S)
-        Guarded([this] {
-            m_program.UserActed();
-            m_program.screens.ShowModal(QStringLiteral("frmUserSetup"));
-        });
+        ByUser([this] { m_program.screens.ShowModal(QStringLiteral("frmUserSetup")); });
     else
         Form::keyPressEvent(event);
 }

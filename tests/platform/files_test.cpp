@@ -1,5 +1,7 @@
 /// File operations and the error numbers that their callers look at.
 
+#include "full_disk.h"
+
 #include "platform/files.h"
 
 #include "base/runtime_error.h"
@@ -10,11 +12,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <functional>
 
 namespace
@@ -103,15 +103,10 @@ TEST_F(FileOperations, CopyToAFullDiskIsError61AndLeavesTheTarget)
 {
     Add("a", QByteArray(3'000'000, 'x'));
     Add("b", "old");
-    void (*before)(int) = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    rlimit full = unlimited;
-    full.rlim_cur = 1'500'000;
-    setrlimit(RLIMIT_FSIZE, &full);
-    const int error = ErrorOf([this] { Files::CopyFile(In("a"), In("b"), true); });
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    std::signal(SIGXFSZ, before);
+    const int error = [this] {
+        const FullDisk full(1'500'000);
+        return ErrorOf([this] { Files::CopyFile(In("a"), In("b"), true); });
+    }();
     EXPECT_EQ(error, 61);
     EXPECT_EQ(Content("b"), "old");
     EXPECT_EQ(Listing(), "a b");

@@ -2,13 +2,13 @@
 /// a full disk, a process that is killed.
 
 #include "account_file.h"
+#include "full_disk.h"
 
 #include "store/connection.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -87,29 +87,6 @@ void MakeReadOnly(const AccountFile &file, mode_t folderMode)
     ASSERT_EQ(chmod(file.Path().toUtf8().constData(), 0444), 0);
     ASSERT_EQ(chmod(file.Folder().toUtf8().constData(), folderMode), 0);
 }
-
-/// No file can grow beyond `bytes` meanwhile, as on a full disk.
-class FullDisk
-{
-public:
-    explicit FullDisk(qint64 bytes)
-    {
-        m_signal = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit full = m_before;
-        full.rlim_cur = rlim_t(bytes);
-        setrlimit(RLIMIT_FSIZE, &full);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signal);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_signal)(int);
-};
 
 void InsertLots(Connection &account, int count)
 {

@@ -2,6 +2,7 @@
 /// way, and what every failure leaves behind.
 
 #include "account_file.h"
+#include "full_disk.h"
 #include "old_account.h"
 #include "test_services.h"
 
@@ -9,10 +10,6 @@
 #include "store/conversion.h"
 
 #include <gtest/gtest.h>
-
-#include <sys/resource.h>
-
-#include <csignal>
 
 namespace
 {
@@ -50,28 +47,6 @@ std::string RowsOf(const QString &account)
         rows += Dump(account, query);
     return rows;
 }
-
-/// No file can grow beyond `bytes` meanwhile, as on a full disk.
-class FullDisk
-{
-public:
-    explicit FullDisk(qint64 bytes) : m_signal(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit full = m_before;
-        full.rlim_cur = rlim_t(bytes);
-        setrlimit(RLIMIT_FSIZE, &full);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signal);
-    }
-
-private:
-    void (*m_signal)(int);
-    rlimit m_before{};
-};
 
 class Conversion : public testing::Test
 {

@@ -70,9 +70,10 @@ public:
     /// The store refused the row, which stays in edit.
     std::function<void(const RuntimeError &)> OnFailure;
 
-private:
+protected:
     /// Nothing for a text that is no value of the column.
-    std::optional<FieldValue> FieldFromText(int column, const QString &text) const;
+    virtual std::optional<FieldValue> FieldFromText(int column, const QString &text) const;
 
+private:
     Recordset &m_store;
 };
