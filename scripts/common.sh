@@ -3,12 +3,14 @@
 # The project's folder, wherever it lies and whoever calls from where.
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
-# What a bare Debian 12 lacks; everything else comes along as a dependency.
+# What a bare Debian 12 lacks; everything else comes along as a dependency. Of the last
+# line are the spreadsheet programs with which the tests read workbooks.
 packages=(
     ca-certificates git g++ ccache cmake ninja-build
     qt6-base-dev qt6-charts-dev qt6-httpserver-dev libqt6svg6
-    libsqlite3-dev zlib1g-dev libgtest-dev libbenchmark-dev
+    libsqlite3-dev zlib1g-dev libgsf-1-dev pkgconf libgtest-dev libbenchmark-dev
     qt6-webengine-dev fonts-dejavu-core
+    libreoffice-calc-nogui gnumeric python3-xlrd
 )
 
 say() {

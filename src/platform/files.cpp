@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -54,6 +53,67 @@ RuntimeError FromFileError(const QFileDevice &file, const QString &path)
 constexpr QFile::Permissions OwnersOwn =
     QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
 
+void CheckFolderOf(const QString &path)
+{
+    const QFileInfo folder(QFileInfo(path).absolutePath());
+    if (!folder.isDir())
+        throw RuntimeError(RuntimeError::PathNotFoundNumber,
+                           QStringLiteral("Path not found: ") + path);
+    if (!folder.isWritable())
+        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                           QStringLiteral("Permission denied: ") + path);
+}
+
+/// A file that is written beside the one whose place it takes. Its name is always the same: what a
+/// program that died has left there is written over by the next one.
+class NewFile
+{
+public:
+    explicit NewFile(const QString &path)
+        : m_path(QFileInfo::exists(path) ? QFileInfo(path).canonicalFilePath() : path),
+          m_file(m_path + QStringLiteral(".new"))
+    {
+        if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            throw FromFileError(m_file, m_path);
+    }
+    ~NewFile()
+    {
+        if (!m_isInPlace)
+            m_file.remove();
+    }
+    NewFile(const NewFile &) = delete;
+    NewFile &operator=(const NewFile &) = delete;
+
+    QFile &File() { return m_file; }
+
+    void Write(QByteArrayView content)
+    {
+        while (!content.isEmpty()) {
+            const qint64 written = m_file.write(content.data(), content.size());
+            if (written <= 0) // a disk that fills up takes a part before it fails
+                throw FromFileError(m_file, m_path);
+            content = content.sliced(written);
+        }
+    }
+
+    /// All of it is written, and on the disk.
+    void Complete()
+    {
+        m_file.close();
+        Files::Sync(m_file.fileName());
+    }
+    void TakePlace()
+    {
+        Files::Name(m_file.fileName(), m_path);
+        m_isInPlace = true;
+    }
+
+private:
+    QString m_path; ///< behind any link, which stays
+    QFile m_file;
+    bool m_isInPlace = false;
+};
+
 } // namespace
 
 bool Files::FileExists(const QString &path)
@@ -61,7 +121,8 @@ bool Files::FileExists(const QString &path)
     return QFileInfo(path).isFile();
 }
 
-void Files::CopyFile(const QString &from, const QString &to, bool overwrite)
+void Files::CopyFile(const QString &from, const QString &to, bool overwrite,
+                     const std::function<void(const QString &)> &check)
 {
     QFile source(from);
     if (!source.exists())
@@ -70,32 +131,33 @@ void Files::CopyFile(const QString &from, const QString &to, bool overwrite)
     if (!overwrite && QFileInfo::exists(to))
         throw RuntimeError(RuntimeError::FileExistsNumber,
                            QStringLiteral("File already exists: ") + to);
-    const QFileInfo folder(QFileInfo(to).absolutePath());
-    if (!folder.isDir())
-        throw RuntimeError(RuntimeError::PathNotFoundNumber,
-                           QStringLiteral("Path not found: ") + to);
-    if (!folder.isWritable())
-        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
-                           QStringLiteral("Permission denied: ") + to);
+    CheckFolderOf(to);
     if (!source.open(QIODevice::ReadOnly))
         throw FromFileError(source, from);
-    QSaveFile target(to);
-    if (!target.open(QIODevice::WriteOnly))
-        throw FromFileError(target, to);
-    target.setPermissions(target.permissions() & (source.permissions() | OwnersOwn));
+    NewFile target(to);
+    target.File().setPermissions(target.File().permissions() & (source.permissions() | OwnersOwn));
     while (!source.atEnd()) {
         const QByteArray block = source.read(1 << 20);
         if (source.error() != QFileDevice::NoError)
             throw FromFileError(source, from);
-        for (qint64 written = 0; written < block.size();) {
-            const qint64 part = target.write(block.constData() + written, block.size() - written);
-            if (part <= 0) // a disk that fills up takes a part before it fails
-                throw FromFileError(target, to);
-            written += part;
-        }
+        target.Write(block);
     }
-    if (!target.commit())
-        throw FromFileError(target, to);
+    target.Complete();
+    if (check)
+        check(target.File().fileName());
+    target.TakePlace();
+}
+
+void Files::WriteFile(const QString &path, QByteArrayView content)
+{
+    CheckFolderOf(path);
+    if (const QFileInfo file(path); file.exists() && !file.isWritable())
+        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                           QStringLiteral("Permission denied: ") + path);
+    NewFile target(path);
+    target.Write(content);
+    target.Complete();
+    target.TakePlace();
 }
 
 void Files::Kill(const QString &path)

@@ -3,17 +3,25 @@
 /// File operations with the error numbers the callers branch on: 53 not found, 58 exists already,
 /// 61 disk full, 70 in use or not permitted, 75 access, 76 path not found.
 ///
-/// A copy is written beside its target and renamed, so that a target is there whole or not at all.
+/// A file is written beside its target ("Broker.mdb.new") and renamed, so that a target is there whole
+/// or not at all. A target behind a link stays behind it.
 
+#include <QByteArrayView>
 #include <QString>
+
+#include <functional>
 
 namespace Files
 {
 
 bool FileExists(const QString &path);
 /// With `overwrite` off, a target that exists is error 58 and stays as it is. Others than the user
-/// may do no more with the copy than with its original.
-void CopyFile(const QString &from, const QString &to, bool overwrite);
+/// may do no more with the copy than with its original. `check` gets the path of the complete copy
+/// before it takes its place, and keeps it from that by throwing.
+void CopyFile(const QString &from, const QString &to, bool overwrite,
+              const std::function<void(const QString &copy)> &check = {});
+/// Writes a file with that content, replacing one of its name.
+void WriteFile(const QString &path, QByteArrayView content);
 /// Deletes a file; error 53 when there is none.
 void Kill(const QString &path);
 /// Renames, replacing a file of the new name.
