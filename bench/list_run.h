@@ -71,7 +71,12 @@ public:
     }
     Grid &GridOf(const char *form)
     {
-        return *m_application.State().screens.Find(QString::fromUtf8(form))->findChild<Grid *>();
+        const Form *screen = m_application.State().screens.Find(QString::fromUtf8(form));
+        for (QWidget *child : screen->findChildren<QWidget *>())
+            if (auto *grid =
+                    dynamic_cast<Grid *>(child)) // our widgets have no meta object of theirs
+                return *grid;
+        throw std::logic_error("no grid");
     }
     void Settle()
     {

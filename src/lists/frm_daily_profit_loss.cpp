@@ -30,7 +30,7 @@ constexpr QStringView AmountFormat = u"###,##0.00";
 frmDailyProfitLoss::frmDailyProfitLoss(Program &program)
     : Form(program, QStringLiteral("frmDailyProfitLoss"), QStringLiteral("Daily Profit and Loss"),
            Placement::Child),
-      m_range(*this, program)
+      m_range(*this, program, m_pickedFrom, m_pickedTo)
 {
     BuildControls();
     BuildLayout();
@@ -145,10 +145,16 @@ bool frmDailyProfitLoss::RunCommand(const QString &name)
 
 void frmDailyProfitLoss::ReloadFlexGrid()
 {
+    m_readFrom = m_pickedFrom;
+    m_readTo = m_pickedTo;
+    RefreshList();
+}
+
+void frmDailyProfitLoss::RefreshList()
+{
     const WaitCursor hourglass;
-    std::vector<ProfitLossLine> lines =
-        ReadProfitLoss(m_program.databases.gConnAccount, m_range.From(), m_range.To(),
-                       {SortColumn, ProfitLossOrderBy});
+    std::vector<ProfitLossLine> lines = ReadProfitLoss(m_program.databases.gConnAccount, m_readFrom,
+                                                       m_readTo, {SortColumn, ProfitLossOrderBy});
     // The mark goes with its row; where that is gone it stays in its place.
     const ProfitLossLine *marked = CurrentLine();
     int place = std::min(MSHFlexGridPL->CurrentRow(), int(lines.size()) - 1);

@@ -24,10 +24,11 @@ public:
     void Load() override;
     void OnUnload() override;
     bool RunCommand(const QString &name) override;
-    void RefreshList() override { ReloadFlexGrid(); }
-
-    /// Reads the rows anew and fills the grid.
+    /// Reads the rows of the pickers' range and fills the grid.
     void ReloadFlexGrid();
+    /// Those of the range read last, whatever the pickers show meanwhile: what was realized today is
+    /// behind the newest row that the screen opened on.
+    void RefreshList() override;
     void ChgMSHFlexGridPLColor();
     /// Opens the dialog that deletes rows, for the current row.
     void DeleteRowEntry();
@@ -44,11 +45,15 @@ private:
     void MSHFlexGridPL_Click();
     void MSHFlexGridPL_HeadClick(int column);
 
+    QDate m_pickedFrom; ///< its own: days of realized profits say nothing about those of prices
+    QDate m_pickedTo;
     ListDateRange m_range;
     FlexGrid *MSHFlexGridPL = nullptr;
     QPushButton *cmdHelp = nullptr;
     QPushButton *cmdClose = nullptr;
 
+    QDate m_readFrom; ///< the range of the rows that are shown
+    QDate m_readTo;
     std::vector<ProfitLossLine> m_lines;
     QRgb m_rowColor = 0; ///< of the rows as they were filled
     QRgb m_totalColor = 0;

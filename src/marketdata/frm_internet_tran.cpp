@@ -13,7 +13,7 @@ public:
     explicit ProgramScreens(Program &program) : m_program(program) {}
 
     void UnloadCycle() override { Unload("frmInternetTran"); }
-    bool ProgramClosing() const override { return m_program.run.ExitInProgress; }
+    bool ProgramClosing() const override { return m_program.run.ProgramClosing; }
     bool PostingInProgress() const override { return m_program.entry.PostingInProgress; }
     bool RebuildRunning() const override { return m_program.entry.RebuildRunning; }
     bool TrackerReady() const override { return bool(m_program.ReloadDataGrid); }

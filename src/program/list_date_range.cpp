@@ -2,7 +2,8 @@
 
 #include "platform/widgets/date_field.h"
 
-ListDateRange::ListDateRange(Form &form, Program &program) : m_program(program)
+ListDateRange::ListDateRange(Form &form, Program &program, QDate &from, QDate &to)
+    : m_program(program), m_from(from), m_to(to)
 {
     const auto picker = [&](const char *name, const char *labelName, const char *caption,
                             QLabel *&label) {
@@ -48,6 +49,6 @@ void ListDateRange::Set(QDate from, QDate to)
 void ListDateRange::DateChanged(DateField &picker)
 {
     picker.setToolTip(m_program.services.formats.ToText(picker.date()));
-    m_program.run.ListDateFrom = From();
-    m_program.run.ListDateTo = To();
+    m_from = From();
+    m_to = To();
 }

@@ -1,15 +1,15 @@
 #pragma once
 
-/// The date range at the head of a list screen: dtpFrom and dtpTo with their labels, and cmdOK,
-/// which the user presses to see the rows of another range.
+/// The date range at the head of a list screen or of the chart: dtpFrom and dtpTo with their labels,
+/// and cmdOK, which the user presses to see the rows of another range.
 ///
 ///     ListDateRange m_range{*this, m_program};             a member of the screen
 ///     head->addWidget(m_range.lblFrom);                     and so on, in the screen's layout
 ///     OnClick(m_range.cmdOK, [this] { cmdOK_Click(); });
 ///     m_range.Set(NoDate(), today);                         every row there is
 ///
-/// Each change goes into the range that the list screens share (RunState::ListDateFrom, ListDateTo) and
-/// into the picker's tool tip.
+/// Each change goes into the picker's tool tip and into a range: the one that history and price list
+/// share (RunState::ListDateFrom and ListDateTo), or the screen's own.
 
 #include "program/form.h"
 
@@ -21,7 +21,11 @@ class ListDateRange
 {
 public:
     /// The controls belong to `form`, which holds this range as a member.
-    ListDateRange(Form &form, Program &program);
+    ListDateRange(Form &form, Program &program)
+        : ListDateRange(form, program, program.run.ListDateFrom, program.run.ListDateTo)
+    {}
+    /// Changes go into `from` and `to`, which must outlive it.
+    ListDateRange(Form &form, Program &program, QDate &from, QDate &to);
 
     QDate From() const;
     QDate To() const;
@@ -37,4 +41,6 @@ private:
     void DateChanged(DateField &picker);
 
     Program &m_program;
+    QDate &m_from;
+    QDate &m_to;
 };

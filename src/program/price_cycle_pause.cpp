@@ -21,7 +21,7 @@ void PriceCyclePause::Suspend(Program &program)
 
 void PriceCyclePause::Resume(Program &program)
 {
-    if (!std::exchange(PriceCycleSuspended, false) || program.run.ExitInProgress) {
+    if (!std::exchange(PriceCycleSuspended, false) || program.run.ProgramClosing) {
         program.services.status.Post(QString());
         return;
     }

@@ -8,10 +8,13 @@
 #include "marketdata/web_addresses.h"
 #include "platform/services.h"
 #include "program/account_routines.h"
+#include "program/chart_state.h"
 #include "program/screens.h"
 #include "store/databases.h"
 #include "tracking/recompute.h"
 #include "transactions/entry.h"
+
+#include <QTemporaryDir>
 
 class BrowserView;
 class QWidget;
@@ -29,8 +32,10 @@ struct RunState
 {
     bool NewAccount = false;
     bool SignOnCancelled = false;
-    bool ExitInProgress = false;
-    bool ExcelServerFound = false;
+    bool ExitInProgress = false; ///< an exit was tried, even if it was refused
+    bool ProgramClosing = false; ///< an exit is on its way that nothing refuses any more
+    bool DateSelectOpen = false;   ///< the options of a report are up
+    bool ExcelServerFound = false; ///< a program took the last report's workbook to show it
     bool BrowserAlive = false;      ///< the user's browser took a page of ours
     bool BrowserScreenOpen = false; ///< frmWebBrowser is loaded
     bool AccountInvalid = false;
@@ -63,12 +68,16 @@ struct Program
     Settings settings;
     RunState run;
     Selection selection;
+    ChartState chart;
     PriceUpdateState priceUpdate;
     PracticeServer practiceServer{services.clock};
     WebAddresses webAddresses; ///< read at the start
     QString WebAddress;        ///< the page that the browser screen goes to next
     /// Makes the view of web pages; without it, or when it gives nothing, they are shown outside.
     std::function<BrowserView *(QWidget *parent)> CreateBrowserView;
+
+    /// Of workbooks that are shown and not saved; they go with the program.
+    std::unique_ptr<QTemporaryDir> unsavedReports;
 
     Databases databases;
     AccountState account;

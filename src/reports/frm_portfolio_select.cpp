@@ -1,14 +1,42 @@
 #include "reports/frm_portfolio_select.h"
 
+#include "platform/widgets/colors.h"
 #include "reports/portfolio_selection.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QPainter>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <utility>
+
+namespace
+{
+
+/// Gives the check boxes an outline that shows on a dark list as well; the style's own is darker
+/// than any ground.
+class OutlinedBoxes : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        QStyleOptionViewItem item = option;
+        initStyleOption(&item, index);
+        const QRect box = item.widget->style()->subElementRect(
+            QStyle::SE_ItemViewItemCheckIndicator, &item, item.widget);
+        const QPalette &palette = item.palette;
+        painter->setPen(Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.5));
+        painter->drawRect(box.adjusted(0, 0, -1, -1));
+    }
+};
+
+} // namespace
 
 frmPortfolioSelect::frmPortfolioSelect(Program &program)
     : Form(program, QStringLiteral("frmPortfolioSelect"), QStringLiteral("Portfolio Selection"),
@@ -22,6 +50,7 @@ void frmPortfolioSelect::BuildControls()
 {
     lstPortfolioNames->setObjectName(QStringLiteral("lstPortfolioNames"));
     lstPortfolioNames->setAccessibleName(QStringLiteral("Portfolios"));
+    lstPortfolioNames->setItemDelegate(new OutlinedBoxes(lstPortfolioNames));
     auto *label = new QLabel(QStringLiteral("&Portfolios for the report:"), this);
     label->setBuddy(lstPortfolioNames);
 

@@ -97,7 +97,7 @@ void AccountFiles::mnuFLSaveAs_Click()
         const QString original = m_program.settings.CurrentFilePath;
         const std::optional<QString> path =
             PickNewAccount(QStringLiteral("Save As..."), [](const QString &chosen) {
-                if (QFileInfo::exists(chosen))
+                if (QFileInfo::exists(chosen) || QFileInfo(chosen).isSymLink()) // into nowhere
                     throw RuntimeError(RuntimeError::FileExistsNumber,
                                        QStringLiteral("File already exists: ") + chosen);
             });

@@ -281,7 +281,8 @@ void frmBackupRestore::RunRestore()
 {
     try {
         const auto show = [this] { m_program.services.clock.Yield(); };
-        Restore(m_program.services, BackupSource(dirList->Path()), show);
+        Restore(m_program.services, m_program.databases.accountLock, BackupSource(dirList->Path()),
+                show);
     } catch (const RuntimeError &error) {
         ShowFailure(error, QStringLiteral("Restore procedure was not completed!"));
     }
@@ -302,9 +303,11 @@ bool frmBackupRestore::QueryUnload()
 
 void frmBackupRestore::OnUnload()
 {
-    if (m_program.settings.BackupDir != m_backupDirBefore || m_hasRun)
+    const bool isExit = m_program.run.ExitInProgress;
+    // An exit ends here, and would have kept the day of its reminder, for one.
+    if (m_program.settings.BackupDir != m_backupDirBefore || m_hasRun || isExit)
         SaveSettings(m_program);
-    if (m_program.run.ExitInProgress) {
+    if (isExit) {
         CloseDatabases(m_program.databases);
         m_program.services.lifetime.End();
     }

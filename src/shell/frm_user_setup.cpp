@@ -11,6 +11,8 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
 #include <QTabWidget>
 
 #include <utility>
@@ -94,12 +96,20 @@ void frmUserSetup::LoadSites()
 void frmUserSetup::showEvent(QShowEvent *event)
 {
     Form::showEvent(event);
+    ShowWholePages();
     if (std::exchange(m_welcomed, true) || !m_program.run.NewAccount)
         return;
     txtBalance->setFocus();
     // Once, as soon as the screen stands there.
     QMetaObject::invokeMethod(
         this, [this] { Guarded([this] { Timer1_Timer(); }); }, Qt::QueuedConnection);
+}
+
+/// A window comes up on two thirds of the desktop at most; this one takes what there is.
+void frmUserSetup::ShowWholePages()
+{
+    const QSize frame = frameGeometry().size() - size();
+    resize(size().expandedTo(sizeHint().boundedTo(screen()->availableSize() - frame)));
 }
 
 void frmUserSetup::Timer1_Timer()
@@ -115,7 +125,7 @@ bool frmUserSetup::QueryUnload()
     const RunState &run = m_program.run;
     if (m_reopening)
         return false;
-    if (!run.NewAccount || run.OpeningExisting || run.ExitInProgress)
+    if (!run.NewAccount || run.OpeningExisting || run.ProgramClosing)
         return true;
     const std::optional<SetupFinding> finding =
         CheckNewAccount(combCurrentWebSite->currentText(), m_program.settings, m_program.account,
@@ -135,7 +145,7 @@ void frmUserSetup::OnUnload()
     m_program.account.CommissionStyle = m_appliedStyle;
     const RunState &run = m_program.run;
     if (std::exchange(m_program.run.NewAccount, false) && !run.OpeningExisting &&
-        !run.ExitInProgress) {
+        !run.ProgramClosing) {
         m_program.accountRoutines->OpenAccount();
         if (m_shown.PriceUpdate != PriceUpdateOption::Enabled)
             m_program.screens.Unload(PriceCycle);
@@ -266,6 +276,9 @@ void frmUserSetup::GoTo(const QString &field)
         for (int page = 0; page < tabs->count(); ++page)
             if (tabs->widget(page)->isAncestorOf(control))
                 tabs->setCurrentIndex(page);
+    for (auto *page : SSTab->findChildren<QScrollArea *>())
+        if (page->isAncestorOf(control))
+            page->ensureWidgetVisible(control);
     control->setFocus();
     if (auto *text = qobject_cast<QLineEdit *>(control))
         text->selectAll();

@@ -76,6 +76,7 @@ private:
     SetupChoices CurrentChoices() const;
     void LoadSites();
     void ShowSignUpLine(const QuoteSite &site);
+    void ShowWholePages();
     void Timer1_Timer();
 
     void txtBalance_LostFocus();

@@ -25,18 +25,18 @@ void StackFrames(QWidget *page, Frames... frames)
 void frmUserSetup::BuildControls()
 {
     SSTab = Named(new QTabWidget(this), "SSTab", "Settings");
-    SSTab->addTab(BuildStartupPage(), QStringLiteral("&Startup"));
-    SSTab->addTab(BuildPortfolioPage(), QStringLiteral("&Portfolio"));
-    SSTab->addTab(BuildCommissionPage(), QStringLiteral("Co&mmission"));
-    SSTab->addTab(BuildDatabasePage(), QStringLiteral("&Database"));
-    SSTab->addTab(BuildInternetPage(), QStringLiteral("&Internet"));
+    SSTab->addTab(Scrolled(BuildStartupPage()), QStringLiteral("&Startup"));
+    SSTab->addTab(Scrolled(BuildPortfolioPage()), QStringLiteral("&Portfolio"));
+    SSTab->addTab(Scrolled(BuildCommissionPage()), QStringLiteral("Co&mmission"));
+    SSTab->addTab(Scrolled(BuildDatabasePage()), QStringLiteral("&Database"));
+    SSTab->addTab(Scrolled(BuildInternetPage()), QStringLiteral("&Internet"));
 
     auto *buttons = new QHBoxLayout;
     BuildButtons(buttons);
     auto *all = new QVBoxLayout(this);
     all->addWidget(SSTab, 1);
     all->addLayout(buttons);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 90);
+    all->addStrut(fontMetrics().averageCharWidth() * 90); // never less than its pages need, though
 }
 
 void frmUserSetup::BuildButtons(QBoxLayout *row)
@@ -73,9 +73,10 @@ QWidget *frmUserSetup::BuildStartupPage()
                        "Be reminded of a backup after a day with more transactions than usual");
     txtAverageTrans = Number(backup, "txtAverageTrans", "Average number of transactions a day",
                              "Usual number of transactions a day; it follows what you do");
-    Row(RowsOf(backup), {chkNotify, txtBackupDays, Arrows(txtBackupDays, "updActBkUp", 0, 999),
+    Row(RowsOf(backup), {chkNotify, txtBackupDays, Arrows(txtBackupDays, "updBackupDays", 0, 999),
                          Words(backup, "days.")});
-    Row(RowsOf(backup), {chkAverage, Words(backup, "Current"), txtAverageTrans});
+    Row(RowsOf(backup), {chkAverage, Words(backup, "Current"), txtAverageTrans,
+                         Arrows(txtAverageTrans, "updActBkUp", 0, 999)});
 
     QGroupBox *screens = Frame(page, "Load these screens at startup:");
     const char *tip = "Open this screen when an account is opened";

@@ -238,6 +238,7 @@ bool MainRoutine::QueryUnload()
             Box::Ok + Box::Information, EditorTitle());
         return false;
     }
+    m_program.run.ProgramClosing = true; // the backup, if there is one, ends it too
     const bool backupFirst = RemindOfBackup();
     UpdateAverage();
     m_program.settings.LastRunDate = m_program.services.clock.Today();

@@ -19,7 +19,8 @@ void RecentMenu::Fill()
     clear();
     int number = 0;
     for (const QString &path : RecentAccounts(m_program.services.settingsStore)) {
-        QString name = AccountNameOf(path);
+        const int width = fontMetrics().averageCharWidth() * 60;
+        QString name = fontMetrics().elidedText(AccountNameOf(path), Qt::ElideMiddle, width);
         name.replace(QLatin1Char('&'), QLatin1String("&&"));
         QAction *account = addAction(QStringLiteral("&%1 %2").arg(++number).arg(name));
         account->setToolTip(path); // accounts in two folders may bear one name

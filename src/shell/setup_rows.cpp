@@ -1,6 +1,7 @@
 #include "shell/setup_rows.h"
 
 #include <QIntValidator>
+#include <QStyle>
 
 namespace SetupRows
 {
@@ -17,6 +18,28 @@ FieldEdit *Field(QWidget *parent, const char *name, const char *accessibleName, 
     field->setFixedWidth(field->fontMetrics().averageCharWidth() * (characters + 3));
     return field;
 }
+
+class PageView : public QScrollArea
+{
+public:
+    explicit PageView(QWidget *page)
+    {
+        setFrameShape(NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setWidgetResizable(true);
+        setWidget(page);
+        page->setAutoFillBackground(false); // the tabs have a ground of their own
+        viewport()->setAutoFillBackground(false);
+    }
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+    QSize minimumSizeHint() const override
+    {
+        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+        constexpr int lines = 8;
+        return {widget()->minimumSizeHint().width() + bar, fontMetrics().height() * lines};
+    }
+};
 
 template <class Button>
 Button *Choice(QWidget *parent, const char *name, const char *caption, const char *tip)
@@ -93,6 +116,11 @@ void Row(QBoxLayout *rows, std::initializer_list<QWidget *> controls)
         row->addWidget(control);
     row->addStretch();
     rows->addLayout(row);
+}
+
+QScrollArea *Scrolled(QWidget *page)
+{
+    return new PageView(page);
 }
 
 } // namespace SetupRows

@@ -13,6 +13,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScrollArea>
 
 #include <initializer_list>
 
@@ -43,5 +44,8 @@ QLabel *Note(QWidget *parent, const char *text);
 QGroupBox *Frame(QWidget *page, const char *caption);
 QBoxLayout *RowsOf(QGroupBox *frame);
 void Row(QBoxLayout *rows, std::initializer_list<QWidget *> controls);
+
+/// The page in a view that is always as wide as it, and scrolls on a desktop that is too low.
+QScrollArea *Scrolled(QWidget *page);
 
 } // namespace SetupRows

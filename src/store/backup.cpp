@@ -50,6 +50,18 @@ constexpr RestoreStep RestoreSteps[] = {
     {nullptr, "*.ico"},
 };
 
+/// Before the first file is replaced: the files of an account may be closed for a while, which its
+/// program will go on with as it knew them.
+void RequireNoneElsewhere(const AccountLock &accountLock, const QString &folder,
+                          const QString &target)
+{
+    for (const QFileInfo &file : QDir(folder).entryInfoList({QStringLiteral("*.mdb")}, QDir::Files))
+        if (const QString path = target + QLatin1Char('/') + file.fileName();
+            accountLock.IsOpenElsewhere(path))
+            throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                               QStringLiteral("Permission denied, the file is in use: ") + path);
+}
+
 /// Whether there was anything to copy.
 bool RestoreFiles(Services &services, const QString &folder, bool overwrite,
                   const AfterFile &afterFile)
@@ -115,7 +127,8 @@ bool BackUp(Services &services, const QString &target, const AfterFile &afterFil
     return true;
 }
 
-bool Restore(Services &services, const QString &source, const AfterFile &afterFile)
+bool Restore(Services &services, const AccountLock &accountLock, const QString &source,
+             const AfterFile &afterFile)
 {
     Status(services, QStringLiteral("Commencing restore procedure..."));
     const Answer answer =
@@ -126,6 +139,8 @@ bool Restore(Services &services, const QString &source, const AfterFile &afterFi
         services.dialogs.MsgBox(QStringLiteral("Like name files will not be replaced..."),
                                 Box::Exclamation, EditorTitle());
     try {
+        if (answer == Answer::Yes)
+            RequireNoneElsewhere(accountLock, source + RestoredFolder, services.appPath);
         if (!RestoreFiles(services, source + RestoredFolder, answer == Answer::Yes, afterFile)) {
             TellNothingFound(services, source);
             return false;

@@ -15,6 +15,7 @@
 /// whole, the old one or the new one (store/folder_copy.h).
 
 #include "platform/services.h"
+#include "store/account_lock.h"
 #include "store/folder_copy.h"
 
 /// "/media/ann/STICK/Quillon Backup/": where a backup goes when this folder is chosen.
@@ -24,5 +25,7 @@ QString BackupSource(const QString &chosen);
 
 /// True when the backup was made, false when the user did not want the old one to be overwritten.
 bool BackUp(Services &services, const QString &target, const AfterFile &afterFile);
-/// True when files were brought back, or all of them were there already.
-bool Restore(Services &services, const QString &source, const AfterFile &afterFile);
+/// True when files were brought back, or all of them were there already. Nothing is brought back when
+/// another program than the one that holds `accountLock` has one of the accounts.
+bool Restore(Services &services, const AccountLock &accountLock, const QString &source,
+             const AfterFile &afterFile);

@@ -246,34 +246,51 @@ Connection::~Connection()
     Close();
 }
 
-void Connection::Open(const QString &path, Durability durability)
+void Connection::OpenFile(const QString &path, int access)
 {
     Close();
     if (path.isEmpty())
         throw RuntimeError::Store(QStringLiteral("Could not open file '': no name"));
     const QByteArray name = QFile::encodeName(path);
     // The program has one thread: without its locks the store reads long lists a fifth faster.
-    const int result = sqlite3_open_v2(name.constData(), &m_database,
-                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int result =
+        sqlite3_open_v2(name.constData(), &m_database, access | SQLITE_OPEN_NOMUTEX, nullptr);
     try {
         if (result != SQLITE_OK)
             throw CannotOpen(m_database, path);
         RequireOurFile(m_database, path);
         Check(m_database, sqlite3_extended_result_codes(m_database, 0));
         sqlite3_busy_timeout(m_database, 2000);
-        if (sqlite3_db_readonly(m_database, "main") == 1)
-            throw RuntimeError::Store(
-                QStringLiteral("Cannot update. Database or object is read-only: '%1'.").arg(path));
-        // A write-ahead log costs one sync of the disk for each commit and keeps every commit.
-        ExecuteScript(QStringLiteral("PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=4000; "
-                                     "PRAGMA synchronous=%1;")
-                          .arg(durability == Durability::AtOnce ? QStringLiteral("FULL")
-                                                                : QStringLiteral("NORMAL")));
     } catch (...) {
         sqlite3_close_v2(std::exchange(m_database, nullptr));
         throw;
     }
     m_path = path;
+}
+
+void Connection::Open(const QString &path, Durability durability)
+{
+    OpenFile(path, SQLITE_OPEN_READWRITE);
+    try {
+        if (sqlite3_db_readonly(m_database, "main") == 1)
+            throw RuntimeError::Store(
+                QStringLiteral("Cannot update. Database or object is read-only: '%1'.").arg(path));
+        // A write-ahead log costs one sync of the disk for each commit and keeps every commit. With
+        // up to 32 MB of memory long lists are sorted there and not in a file.
+        ExecuteScript(QStringLiteral("PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=4000; "
+                                     "PRAGMA synchronous=%1; PRAGMA cache_size=-32768;")
+                          .arg(durability == Durability::AtOnce ? QStringLiteral("FULL")
+                                                                : QStringLiteral("NORMAL")));
+    } catch (...) {
+        sqlite3_close_v2(std::exchange(m_database, nullptr));
+        m_path.clear();
+        throw;
+    }
+}
+
+void Connection::OpenForReading(const QString &path)
+{
+    OpenFile(path, SQLITE_OPEN_READONLY);
 }
 
 void Connection::Close()

@@ -115,6 +115,8 @@ public:
 
     /// Opens an existing file of ours for reading and writing.
     void Open(const QString &path, Durability durability = Durability::AtOnce);
+    /// As Open; nothing can be written, and the file stays as it is. Others may be writing to it.
+    void OpenForReading(const QString &path);
     /// Afterwards the account is one file that can be copied, if no other connection holds it.
     void Close();
     bool IsOpen() const { return m_database != nullptr; }
@@ -141,6 +143,7 @@ public:
     bool InTransaction() const;
 
 private:
+    void OpenFile(const QString &path, int access);
     int Run(Statement &statement);
     sqlite3 *Checked() const;
 

@@ -53,9 +53,12 @@ void WriteCopy(const Connection &from, const QString &path)
     sqlite3_backup *backup = sqlite3_backup_init(opened, "main", from.Handle(), "main");
     if (!backup)
         fail();
-    sqlite3_backup_step(backup, -1);
+    // A file that others hold is no error to the end of a backup, which then has copied nothing.
+    const int copied = sqlite3_backup_step(backup, -1);
     if (sqlite3_backup_finish(backup) != SQLITE_OK)
         fail();
+    if (copied != SQLITE_DONE)
+        throw RuntimeError::Store(QString::fromUtf8(sqlite3_errstr(copied)));
     // The header of the open file says that it has a log; the copy is one file.
     if (sqlite3_exec(opened, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr) != SQLITE_OK)
         fail();

@@ -2,7 +2,6 @@
 
 #include "platform/files.h"
 #include "store/connection.h"
-#include "store/database_copy.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,27 +50,63 @@ void RequireSound(const QString &path)
         throw Damaged(path, found.isEmpty() ? QString::fromUtf8(sqlite3_errmsg(opened)) : found);
 }
 
-/// Brings home what a program that died has left in the log; error 70 when another one is at work,
-/// the store's own error when the file cannot be read as a database.
-void RequireFree(const QString &path)
+enum class Condition
+{
+    Free,
+    InUse,
+    NotWritable, ///< a full disk, or one that fails
+    Damaged
+};
+
+/// Brings home what a program that died has left in the log. `why` is what the store says.
+Condition TakeHome(const QString &path, QString &why)
 {
     sqlite3 *opened = nullptr;
     int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &opened,
                                  SQLITE_OPEN_READWRITE, nullptr);
-    std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
+    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
     if (result == SQLITE_OK)
         result = sqlite3_exec(opened, "PRAGMA journal_mode=DELETE; BEGIN EXCLUSIVE; ROLLBACK",
                               nullptr, nullptr, nullptr);
-    const QString why = QString::fromUtf8(sqlite3_errmsg(opened));
-    database.reset();
-    const bool isHeld = result == SQLITE_BUSY || result == SQLITE_LOCKED ||
-                        result == SQLITE_READONLY ||
-                        (result == SQLITE_OK && QFileInfo::exists(path + QLatin1String("-wal")));
-    if (isHeld)
+    why = QString::fromUtf8(sqlite3_errmsg(opened));
+    switch (result) {
+    case SQLITE_OK:
+        // With others on the file the store keeps the log, and does not call that an error.
+        return QFileInfo::exists(path + QLatin1String("-wal")) ? Condition::InUse : Condition::Free;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+    case SQLITE_READONLY:
+        return Condition::InUse;
+    case SQLITE_FULL:
+        return Condition::NotWritable;
+    case SQLITE_IOERR: {
+        const int failed = sqlite3_extended_errcode(opened);
+        return failed == SQLITE_IOERR_READ || failed == SQLITE_IOERR_SHORT_READ
+                   ? Condition::Damaged
+                   : Condition::NotWritable;
+    }
+    default:
+        return Condition::Damaged;
+    }
+}
+
+/// Error 70 or 61 for a database that another program has open, or that cannot be written; false for
+/// one that is damaged.
+bool IsSoundAndFree(const QString &path, QString &why)
+{
+    switch (TakeHome(path, why)) {
+    case Condition::Free:
+        return true;
+    case Condition::Damaged:
+        return false;
+    case Condition::InUse:
         throw RuntimeError(RuntimeError::PermissionDeniedNumber,
                            QStringLiteral("Permission denied, the file is in use: ") + path);
-    if (result != SQLITE_OK)
-        throw Damaged(path, why);
+    case Condition::NotWritable:
+        break;
+    }
+    throw RuntimeError(RuntimeError::DiskFullNumber,
+                       QStringLiteral("Disk full or not writable: %1 (%2)").arg(path, why));
 }
 
 /// A file to be copied from: all of it must be in the one file.
@@ -81,23 +116,23 @@ void RequireSource(const QString &path)
     // Where nothing can be written (a disc) nobody else can be at work either.
     if (!hasLog && !QFileInfo(path).isWritable())
         return;
-    RequireFree(path);
+    if (QString why; !IsSoundAndFree(path, why))
+        throw Damaged(path, why);
 }
 
-/// A file to be replaced. A log of a file that is past opening goes with it: it would be taken for
-/// the log of the new one.
-void RequireTarget(const QString &path)
+void DropLogs(const QString &path)
 {
-    try {
-        RequireFree(path);
-        return;
-    } catch (const RuntimeError &error) {
-        if (error.Number() != RuntimeError::StoreNumber)
-            throw;
-    }
     for (const char *suffix : {"-wal", "-shm", "-journal"})
         if (const QString log = path + QLatin1String(suffix); QFileInfo::exists(log))
             Files::Kill(log);
+}
+
+/// A file to be replaced at once. A log of one that is past opening goes with it: it would be taken
+/// for the log of the new one.
+void RequireTarget(const QString &path)
+{
+    if (QString why; !IsSoundAndFree(path, why))
+        DropLogs(path);
 }
 
 void CopyOne(const QString &from, const QString &to, bool overwrite)
@@ -109,21 +144,17 @@ void CopyOne(const QString &from, const QString &to, bool overwrite)
     const bool isDatabase = IsDatabaseOfOurs(from);
     if (isDatabase)
         RequireSource(from);
-    if (exists && IsDatabaseOfOurs(to))
-        RequireTarget(to);
-    const QString beside = to + QStringLiteral(".new");
-    RemoveDatabase(beside); // of a run that was broken off
-    try {
-        Files::CopyFile(from, beside, true);
-        if (isDatabase)
-            RequireSound(beside);
+    Files::CopyFile(from, to, overwrite, [&](const QString &copy) {
+        if (isDatabase) {
+            DropLogs(copy); // of another kind of copy, under the same name, that was broken off
+            RequireSound(copy);
+        }
         // What a program may run stays so; a copy can always be replaced by its owner.
-        QFile::setPermissions(beside, QFile::permissions(from) | QFile::WriteOwner);
-        Files::Name(beside, to);
-    } catch (...) {
-        QFile::remove(beside);
-        throw;
-    }
+        QFile::setPermissions(copy, QFile::permissions(from) | QFile::WriteOwner);
+        // Last of all: until the copy is whole, what is there stays untouched.
+        if (exists && IsDatabaseOfOurs(to))
+            RequireTarget(to);
+    });
 }
 
 /// What stands for a program at work on a database and not for its rows: the lock, and the logs,

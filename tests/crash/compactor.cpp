@@ -2,7 +2,7 @@
 /// "done" behind it.
 ///
 ///     crash_compactor <account file> <temporary file>        over and over, until it is killed
-///     crash_compactor <account file> <temporary file> <n>    dies in the middle of its nth write
+///     crash_compactor <account file> <temporary file> <n>    dies at its nth change of the disk
 ///
 /// It leaves with status 1 and the error's number when the store or the file system refuses.
 

@@ -2,9 +2,8 @@
 /// "ready" before and "done" behind it.
 ///
 ///     crash_converter <application folder> <account file>
-///     crash_converter <application folder> <account file> <n>     dies in the middle of its nth
-///                                                                 write to a file, or before or
-///                                                                 behind a renaming or a deletion
+///     crash_converter <application folder> <account file> <n>     dies at its nth change of the
+///                                                                 disk
 
 #include "dying_writes.h"
 #include "test_services.h"
@@ -15,35 +14,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include <fcntl.h>
-
 #include <cstdio>
-
-namespace
-{
-
-/// A change of the folder counts twice: death comes before it, or behind it.
-template <class Change>
-int DyingChange(Change change)
-{
-    if (DyingWrites::left > 0 && --DyingWrites::left == 0)
-        raise(SIGKILL);
-    const int result = change();
-    if (DyingWrites::left > 0 && --DyingWrites::left == 0)
-        raise(SIGKILL);
-    return result;
-}
-
-} // namespace
-
-extern "C" int rename(const char *from, const char *to) noexcept
-{
-    return DyingChange([=] { return int(syscall(SYS_renameat, AT_FDCWD, from, AT_FDCWD, to)); });
-}
-extern "C" int unlink(const char *path) noexcept
-{
-    return DyingChange([=] { return int(syscall(SYS_unlinkat, AT_FDCWD, path, 0)); });
-}
 
 int main(int argc, char *argv[])
 {

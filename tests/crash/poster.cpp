@@ -2,7 +2,7 @@
 /// first and the number of each behind it.
 ///
 ///     crash_poster <account file>                until it is killed
-///     crash_poster <account file> <n>            dies in the middle of its nth write to a file
+///     crash_poster <account file> <n>            dies at its nth change of the disk
 
 #include "dying_writes.h"
 #include "posting_loop.h"

@@ -2,7 +2,7 @@
 /// the first time and the number of each rebuild behind it.
 ///
 ///     crash_rebuilder <account file>             until it is killed
-///     crash_rebuilder <account file> <n>         dies in the middle of its nth write to a file
+///     crash_rebuilder <account file> <n>         dies at its nth change of the disk
 
 #include "dying_writes.h"
 #include "test_services.h"

@@ -5,8 +5,13 @@
 #include "lists/frm_daily_profit_loss.h"
 #include "platform/widgets/colors.h"
 #include "platform/widgets/date_field.h"
+#include "program/list_refresh.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 
@@ -168,6 +173,36 @@ TEST_F(ProfitScreen, ShowsTheRowsOfBothEndsOfTheRangeOnceOKIsPressed)
     To().setDate(QDate(2024, 3, 2));
     ClickOK();
     EXPECT_EQ(Rows(), "T0.00");
+}
+
+TEST_F(ProfitScreen, LeavesTheRangeOfThePriceListAlone)
+{
+    ThreeDays();
+    Open();
+    State().run.ListDateFrom = QDate(2025, 1, 1);
+    State().run.ListDateTo = QDate(2025, 12, 31);
+    OpenList();
+    To().setDate(QDate(2026, 2, 26));
+    EXPECT_EQ(To().toolTip(), "2/26/2026");
+    ClickOK();
+    EXPECT_EQ(State().run.ListDateFrom, QDate(2025, 1, 1));
+    EXPECT_EQ(State().run.ListDateTo, QDate(2025, 12, 31));
+}
+
+TEST_F(ProfitScreen, ShowsWhatIsRealizedTodayThoughItsPickersEndBefore)
+{
+    TwoPositions();
+    Profit("ZETA", "2026-02-27", "7");
+    OpenList();
+    Post(Action::Sell, "ACME", "40", "12");
+    RefreshOpenLists(State());
+    EXPECT_EQ(To().date(), QDate(2026, 2, 27));
+    EXPECT_EQ(Cells(0)[0], "Monday, March 2, 2026");
+    EXPECT_EQ(Cells(0)[1], "ACME");
+    ClickOK(); // the range of the pickers, from here on
+    EXPECT_EQ(Rows(), "Z7.00 T7.00");
+    RefreshOpenLists(State());
+    EXPECT_EQ(Rows(), "Z7.00 T7.00");
 }
 
 // --- sorting ------------------------------------------------------------------------------------
@@ -390,4 +425,57 @@ TEST_F(ProfitScreen, KeepsTheWidthsThatTheUserGaveItsColumns)
     CloseList();
     OpenList();
     EXPECT_EQ(Profits().columnWidth(1), 123);
+}
+
+TEST_F(ProfitScreen, KeepsTheWidthsOverANewReadingAndMergesThemWithOthers)
+{
+    ThreeDays();
+    OpenList();
+    Profits().horizontalHeader()->resizeSection(1, 123);
+    CloseList();
+    OpenList();
+    Profits().horizontalHeader()->resizeSection(0, 234); // the date, next to the one kept
+    ClickOK();
+    Screen().RefreshList();
+    EXPECT_EQ(Profits().columnWidth(1), 123);
+    CloseList();
+    EXPECT_EQ(State().services.settingsStore.GetSetting("ColumnWidths", List, ""),
+              "Date=234;Symbol=123");
+}
+
+// --- copy and find ------------------------------------------------------------------------------
+
+TEST_F(ProfitScreen, CopiesTheSelectedRowsAsTextsWithTabs)
+{
+    ThreeDays();
+    OpenList();
+    Profits().SelectRow(0);
+    for (const auto &[key, modifiers] :
+         {std::pair(Qt::Key_Down, Qt::ShiftModifier), std::pair(Qt::Key_C, Qt::ControlModifier)}) {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(&Profits(), &press);
+    }
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              "Friday, February 27, 2026\tACME\tACME Corp.\t10.00\n\tT O T A L\t10.00\t");
+}
+
+TEST_F(ProfitScreen, FindsATextWithCtrlFAndSelectsItsSecurity)
+{
+    ThreeDays();
+    OpenList();
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_F, Qt::ControlModifier);
+    QApplication::sendEvent(&Profits(), &press);
+    auto *line = run.Control<QLineEdit>(List, "txtFind");
+    ASSERT_TRUE(line);
+    line->setText("'neil");
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(line, &enter);
+    EXPECT_EQ(CurrentSymbol(), "O'NEIL");
+    EXPECT_EQ(State().selection.SelectedRowID, 2);
+    line->setText("LEAP");
+    QApplication::sendEvent(line, &enter);
+    EXPECT_EQ(run.Control<QLabel>(List, "lblFound")->text(), "Not found");
+    line->setText("february 29");
+    QApplication::sendEvent(line, &enter);
+    EXPECT_EQ(CurrentSymbol(), "ZETA");
 }

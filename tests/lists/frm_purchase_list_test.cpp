@@ -6,6 +6,10 @@
 #include "lists/purchase_list.h"
 #include "program/list_refresh.h"
 
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTableView>
+
 namespace
 {
 
@@ -297,4 +301,48 @@ TEST_F(PurchaseList, TakesItsColourFromTheSettingAndTheDialog)
     EXPECT_FALSE(run.Commands().Checked("mnuVWPurchaseList"));
     OpenScreen();
     EXPECT_EQ(List().BackColor(), 0xFF8AFFFF);
+}
+
+// --- copy, find, widths -------------------------------------------------------------------------
+
+TEST_F(PurchaseList, CopiesTheSelectedRowsAsTextsWithTabs)
+{
+    FourLots();
+    OpenScreen();
+    List().SelectRow(2);
+    PressInGrid(Qt::Key_Down, Qt::ShiftModifier);
+    PressInGrid(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              "O'NEIL\t10.0000\t7.1250\t2/29/2024\t9:30:00 AM\n"
+              "ZETA\t-50.0000\t20.0000\t1/5/2026\t9:30:00 AM");
+}
+
+TEST_F(PurchaseList, FindsATextWithCtrlF)
+{
+    FourLots();
+    OpenScreen();
+    PressInGrid(Qt::Key_F, Qt::ControlModifier);
+    auto *line = run.Control<QLineEdit>("frmPurchaseList", "txtFind");
+    ASSERT_TRUE(line);
+    line->setText("2/29");
+    Press(line, Qt::Key_Return);
+    EXPECT_EQ(CurrentSymbol(), "O'NEIL");
+    Press(line, Qt::Key_Escape);
+    EXPECT_FALSE(line->isVisible());
+    EXPECT_TRUE(IsOpen());
+}
+
+TEST_F(PurchaseList, RemembersTheWidthsOfItsColumns)
+{
+    FourLots();
+    OpenScreen();
+    const auto header = [&] {
+        return qobject_cast<QTableView *>(List().focusProxy())->horizontalHeader();
+    };
+    header()->resizeSection(PurchaseColumn::Symbol, 222);
+    RefreshOpenLists(State());
+    EXPECT_EQ(header()->sectionSize(PurchaseColumn::Symbol), 222);
+    CloseScreen();
+    OpenScreen();
+    EXPECT_EQ(header()->sectionSize(PurchaseColumn::Symbol), 222);
 }

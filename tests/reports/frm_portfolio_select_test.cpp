@@ -1,11 +1,14 @@
 /// The choice of accounts for a report: what is listed, what a click stores, and where OK leads.
 
+#include "platform/widgets/colors.h"
 #include "shell/shell_run.h"
 
 #include <gtest/gtest.h>
 
 #include <QListWidget>
 #include <QTest>
+
+#include <algorithm>
 
 namespace
 {
@@ -108,6 +111,21 @@ TEST_F(PortfolioSelect, GoesOnToTheOptionsOfTheReport)
     QTest::mouseClick(m_run.Control<QPushButton>("frmPortfolioSelect", "cmdOK"), Qt::LeftButton);
     EXPECT_TRUE(came);
     EXPECT_FALSE(m_run.App().Host().Loaded("frmPortfolioSelect"));
+}
+
+TEST_F(PortfolioSelect, ShowsItsBoxesOnADarkList)
+{
+    QPalette dark;
+    dark.setColor(QPalette::Base, QColor(35, 35, 35));
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Window, QColor(53, 53, 53));
+    m_list->setPalette(dark);
+    const QImage shown = m_list->viewport()->grab().toImage();
+    const int middle = m_list->visualItemRect(m_list->item(1)).center().y();
+    double best = 1;
+    for (int x = 0; x < 15; ++x) // its box, which is not checked
+        best = std::max(best, Contrast(shown.pixelColor(x, middle), QColor(35, 35, 35)));
+    EXPECT_GE(best, 3);
 }
 
 TEST_F(PortfolioSelect, ClosesWithoutGoingOn)

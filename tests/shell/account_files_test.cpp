@@ -188,6 +188,17 @@ TEST_F(SaveAsCommand, RefusesTheOpenAccountItselfAndKeepsItsScreens)
     EXPECT_TRUE(State().databases.gConnAccount.IsOpen());
 }
 
+TEST_F(SaveAsCommand, AsksAgainForALinkThatLeadsNowhere)
+{
+    Launch();
+    ASSERT_TRUE(QFile::link(In("gone/Broker.mdb"), In("Link.mdb")));
+    m_run.boxes.files = {In("Link.mdb"), In("Broker.mdb")};
+    m_run.Choose("mnuFLSaveAs");
+    EXPECT_EQ(m_run.boxes.Texts(), QStringList(NameTaken));
+    EXPECT_FALSE(m_run.App().Ended());
+    EXPECT_EQ(State().settings.AccountName, "Broker");
+}
+
 TEST_F(SaveAsCommand, TakesAlongWhatIsStillInTheLog)
 {
     Launch();

@@ -169,6 +169,20 @@ TEST_F(Exit, RefusesToLeaveAnAccountCalledEmptyAndSavesNothing)
     EXPECT_EQ(run.State().settings.AverageTrans, 10);
 }
 
+TEST_F(Exit, ThatWasRefusedLeavesTheProgramAsItIs)
+{
+    run.SetOption("CurrentFilePath", folder.AddAccount("Empty.mdb"))
+        .SetOption("AccountName", "Empty");
+    EXPECT_FALSE(LaunchAndLeave(0));
+    EXPECT_TRUE(run.State().run.ExitInProgress);
+    EXPECT_FALSE(run.State().run.ProgramClosing); // a price cycle would end the program
+    run.boxes.files = {folder.File("Broker.mdb")};
+    run.Choose("mnuFLSaveAs");
+    run.Choose("mnuFLExit");
+    EXPECT_TRUE(run.State().run.ProgramClosing);
+    EXPECT_TRUE(run.App().Ended());
+}
+
 TEST_F(Exit, OfTheWindowsOwnCloseButtonIsTheSame)
 {
     run.App().Launch();

@@ -329,6 +329,18 @@ TEST_F(ExitThroughBackup, GoesOnWhenTheBackupIsCancelled)
     EXPECT_EQ(run.boxes.boxes.size(), 1U);
 }
 
+TEST_F(ExitThroughBackup, KeepsTheDayOfTheReminderWhenTheBackupIsCancelled)
+{
+    run.SetOption("LastNotify", "1/1/2026").SetOption("BackupDir", "c:");
+    run.App().Launch();
+    run.boxes.Prepare("Last backup was done", Answer::Yes);
+    run.Choose("mnuFLExit");
+    Click("cmdCancel");
+    EXPECT_EQ(run.SavedOption("LastNotify"), "3/2/2026");
+    EXPECT_EQ(run.SavedOption("LastRunDate"), "3/2/2026");
+    EXPECT_EQ(run.SavedOption("LastBackup"), "2/1/2026"); // there was none
+}
+
 // --- compaction ----------------------------------------------------------------------------------
 
 TEST_F(Compacting, FromTheMenuAsksWhenNoBackupWasMadeToday)

@@ -63,6 +63,17 @@ TEST_F(RecentAccountsMenu, ShowsTheOpenAccountFirst)
     EXPECT_EQ(Button()->menu()->actions().first()->toolTip(), folder.File("Broker X12.mdb"));
 }
 
+TEST_F(RecentAccountsMenu, ShortensANameThatIsVeryLong)
+{
+    run.App().Launch();
+    const QString name = "Broker " + QString("of the family ").repeated(14) + "X12";
+    Open(folder.AddAccount(name + ".mdb"));
+    EXPECT_TRUE(Entries().first().startsWith("&1 Broker of the family "));
+    EXPECT_TRUE(Entries().first().endsWith("X12 (open)"));
+    EXPECT_LT(Button()->menu()->sizeHint().width(), 800);
+    EXPECT_EQ(Button()->menu()->actions().first()->toolTip(), folder.File(name + ".mdb"));
+}
+
 TEST_F(RecentAccountsMenu, GoesOverToTheAccountChosen)
 {
     run.App().Launch();

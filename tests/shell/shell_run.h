@@ -33,8 +33,9 @@ private:
 class ShellRun
 {
 public:
-    explicit ShellRun(TestAppFolder &folder)
-        : clock(QDateTime(QDate(2026, 3, 2), QTime(10, 15))), m_folder(folder)
+    explicit ShellRun(TestAppFolder &folder,
+                      const QLocale &locale = QLocale(QLocale::English, QLocale::UnitedStates))
+        : clock(QDateTime(QDate(2026, 3, 2), QTime(10, 15))), m_folder(folder), m_locale(locale)
     {
         Renew();
     }
@@ -64,9 +65,8 @@ public:
     void Renew()
     {
         m_application.reset();
-        m_application = std::make_unique<Application>(
-            clock, boxes, m_end, m_folder.SettingsFile(), m_folder.Path(),
-            QLocale(QLocale::English, QLocale::UnitedStates));
+        m_application = std::make_unique<Application>(clock, boxes, m_end, m_folder.SettingsFile(),
+                                                      m_folder.Path(), m_locale);
         m_application->OnEnded = [this] { ++timesEnded; };
         State().services.openInBrowser = [this](const QString &address) {
             openedPages << address;
@@ -173,6 +173,7 @@ private:
     }
 
     TestAppFolder &m_folder;
+    QLocale m_locale;
     ThrowingEnd m_end;
     std::unique_ptr<Application> m_application;
 };

@@ -373,6 +373,51 @@ TEST(Connection, OpensAFileWithQuotesBlanksAndAccentsInItsName)
     EXPECT_EQ(account.Execute("DELETE FROM PriceHistory"), 1);
 }
 
+TEST(Connection, OpenedForReadingLeavesTheFileAsItIsAndRefusesEveryWrite)
+{
+    AccountFile file;
+    {
+        Connection account;
+        account.Open(file.Path());
+        account.Execute("INSERT INTO PriceHistory (Symbol, Shares) VALUES ('ACME', 1)");
+    }
+    const QByteArray before = AccountFile::Bytes(file.Path());
+    {
+        Connection reader;
+        reader.OpenForReading(file.Path());
+        Statement row = reader.Prepare("SELECT Symbol FROM PriceHistory");
+        ASSERT_TRUE(row.Step());
+        EXPECT_EQ(row.Text(0), "ACME");
+        EXPECT_THROW(reader.Execute("DELETE FROM PriceHistory"), RuntimeError);
+        EXPECT_EQ(file.Listing(), "Broker.mdb");
+    }
+    EXPECT_EQ(AccountFile::Bytes(file.Path()), before);
+    EXPECT_EQ(file.Listing(), "Broker.mdb");
+}
+
+TEST(Connection, OpenedForReadingSeesWhatAnotherHasCommittedMeanwhile)
+{
+    AccountFile file;
+    Connection writer;
+    writer.Open(file.Path());
+    Connection reader;
+    reader.OpenForReading(file.Path());
+    writer.Execute("INSERT INTO PriceHistory (Symbol, Shares) VALUES ('ACME', 1)");
+    Statement row = reader.Prepare("SELECT Symbol FROM PriceHistory");
+    ASSERT_TRUE(row.Step());
+    EXPECT_EQ(row.Text(0), "ACME");
+}
+
+TEST(Connection, OpenedForReadingRefusesAForeignFile)
+{
+    AccountFile file;
+    AccountFile::Write(file.In("Other.mdb"), QByteArray(8192, 'x'));
+    Connection reader;
+    EXPECT_THROW(reader.OpenForReading(file.In("Other.mdb")), RuntimeError);
+    EXPECT_FALSE(reader.IsOpen());
+    EXPECT_THROW(reader.OpenForReading(file.In("Missing.mdb")), RuntimeError);
+}
+
 TEST(Connection, OpenedAgainMovesToTheOtherFile)
 {
     AccountFile one, other;

@@ -1,6 +1,7 @@
 /// Copies of the application folder and back: complete, whole file by file, whatever happens.
 
 #include "account_file.h"
+#include "full_disk.h"
 #include "test_services.h"
 
 #include "store/backup.h"
@@ -69,7 +70,7 @@ protected:
         return row.Text(0);
     }
     bool Backup() { return BackUp(machine.services, BackupTarget(Place("")), Nothing); }
-    bool RestoreIt() { return Restore(machine.services, Place("Quillon Backup"), Nothing); }
+    bool RestoreIt() { return Restore(machine.services, lock, Place("Quillon Backup"), Nothing); }
     static QString Names(const QString &folder)
     {
         return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join(' ');
@@ -83,6 +84,7 @@ protected:
 
     QTemporaryDir m_folder;
     TestServices machine;
+    AccountLock lock; ///< this program's
 };
 
 } // namespace
@@ -304,6 +306,62 @@ TEST_F(ARestore, OverADatabaseInUseSaysSoAndLeavesIt)
               "the database is in use by another application!");
     other.Close();
     EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME OTHER");
+}
+
+TEST_F(ARestore, OverAnAccountThatAnotherProgramHasSaysSoAndBringsBackNothing)
+{
+    Backup();
+    Buy("NEW", App("Broker.mdb"));
+    AccountFile::Write(App("TIPOFDAY.TXT"), "newer");
+    AccountLock other; // its files are closed for a while, as in a rebuild
+    other.Acquire(App("Broker.mdb"));
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_FALSE(RestoreIt());
+    EXPECT_EQ(machine.dialogs.Boxes().back(),
+              "Quillon Editor|48|Restore was not successful because \n"
+              "the database is in use by another application!");
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME NEW");
+    EXPECT_EQ(AccountFile::Bytes(App("TIPOFDAY.TXT")), "newer");
+}
+
+TEST_F(ARestore, OverTheAccountOfThisProgramIsMade)
+{
+    Backup();
+    Buy("NEW", App("Broker.mdb"));
+    lock.Acquire(App("Broker.mdb"));
+    machine.dialogs.Queue(Answer::Yes);
+    EXPECT_TRUE(RestoreIt());
+    EXPECT_EQ(Symbols(App("Broker.mdb")), "ok ACME");
+}
+
+TEST_F(ARestore, OnAFullDiskLosesNoRowThatIsStillInTheLog)
+{
+    Backup();
+    {
+        // A program that died: its last trade is in the log.
+        QTemporaryDir aside;
+        const QString copy = aside.filePath("Broker.mdb");
+        AccountFile::Write(copy, AccountFile::Bytes(App("Broker.mdb")));
+        Connection dying;
+        dying.Open(copy);
+        dying.Execute("INSERT INTO History (Symbol) SELECT 'LOGGED' FROM "
+                      "(WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+                      "WHERE i < 20000) SELECT i FROM n)");
+        AccountFile::Write(App("Broker.mdb"), AccountFile::Bytes(copy));
+        AccountFile::Write(App("Broker.mdb-wal"), AccountFile::Bytes(copy + "-wal"));
+    }
+    machine.dialogs.Queue(Answer::Yes);
+    int error = 0;
+    {
+        const FullDisk disk(AccountFile::EmptyAccount().size() + 8192);
+        error = NumberOf([&] { RestoreIt(); });
+    }
+    EXPECT_EQ(error, RuntimeError::DiskFullNumber);
+    Connection account;
+    account.Open(App("Broker.mdb"));
+    Statement row = account.Prepare("SELECT count(*) FROM History WHERE Symbol = 'LOGGED'");
+    row.Step();
+    EXPECT_EQ(row.Int64(0), 20000);
 }
 
 TEST_F(ARestore, MendsADamagedDatabaseAndDropsItsLog)

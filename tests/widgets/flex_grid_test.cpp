@@ -8,7 +8,11 @@
 #include <QClipboard>
 #include <QFontInfo>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QScrollBar>
+#include <QToolTip>
+
+#include <set>
 
 namespace
 {
@@ -220,4 +224,142 @@ TEST(FlexGrid, TellsItsCellsToAScreenReader)
     ASSERT_NE(table->tableInterface(), nullptr);
     EXPECT_EQ(table->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), "10,250.00");
     EXPECT_EQ(table->tableInterface()->columnDescription(0), "Current Balance*");
+}
+
+// --- rows that are made ---------------------------------------------------------------------------
+
+namespace
+{
+
+/// 100,000 rows, each a number and its square, which are counted as they are asked for.
+struct Squares
+{
+    Squares()
+    {
+        grid.SetSize(1, 3);
+        grid.SetText(0, 1, "Number");
+        grid.SetText(0, 2, "Square");
+        grid.SetSelectsRows(true);
+        Fill(100001);
+    }
+    void Fill(int rows)
+    {
+        grid.SetMadeRows(rows, [this](int row, int column) {
+            asked.insert(row);
+            FlexCell cell;
+            cell.text = QString::number(column == 1 ? row : qint64{row} * row);
+            cell.bold = row == 2;
+            if (row == 3)
+                cell.back = 0xFF102030;
+            return cell;
+        });
+    }
+    FlexGrid grid;
+    std::set<int> asked;
+};
+
+} // namespace
+
+TEST(FlexGridOfMadeRows, MakesTheRowsInViewAlone)
+{
+    Squares squares;
+    squares.grid.resize(300, 200);
+    Show(squares.grid);
+    EXPECT_EQ(squares.grid.Rows(), 100001);
+    EXPECT_EQ(squares.grid.RowCount(), 100000);
+    EXPECT_TRUE(squares.asked.count(1));
+    EXPECT_LT(squares.asked.size(), 400u); // with some for the width of the hidden row header
+    squares.asked.clear();
+    squares.grid.SetCurrentRow(99999);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(squares.asked.count(100000));
+    EXPECT_LT(squares.asked.size(), 60u);
+}
+
+TEST(FlexGridOfMadeRows, ShowsTextBoldAndColourOfEachCell)
+{
+    Squares squares;
+    EXPECT_EQ(squares.grid.Text(0, 2), "Square"); // the heading is kept
+    EXPECT_EQ(squares.grid.Text(100000, 2), "10000000000");
+    EXPECT_EQ(squares.grid.CellText(4, 1), "25");
+    EXPECT_EQ(squares.grid.CellText(100000, 0), "");
+    EXPECT_TRUE(squares.grid.model()->index(1, 0).data(Qt::FontRole).value<QFont>().bold());
+    EXPECT_FALSE(squares.grid.model()->index(2, 0).data(Qt::FontRole).isValid());
+    EXPECT_EQ(squares.grid.CellBackColor(3, 1), 0xFF102030);
+    EXPECT_EQ(squares.grid.CellBackColor(4, 1), squares.grid.BackColor());
+}
+
+TEST(FlexGridOfMadeRows, LeavesNoRowCurrentAndTakesNoText)
+{
+    Squares squares;
+    squares.grid.SetCurrentRow(7);
+    squares.Fill(11);
+    EXPECT_EQ(squares.grid.CurrentRow(), -1);
+    EXPECT_EQ(squares.grid.RowCount(), 10);
+    squares.grid.SetText(3, 1, "x");
+    EXPECT_EQ(squares.grid.Text(3, 1), "3");
+    squares.grid.SetText(0, 1, "Count");
+    EXPECT_EQ(squares.grid.Captions(), QStringList({"Count", "Square"}));
+}
+
+TEST(FlexGridOfMadeRows, EndsWithTheNextSize)
+{
+    Squares squares;
+    squares.grid.SetSize(3, 3);
+    EXPECT_EQ(squares.grid.RowCount(), 2);
+    EXPECT_EQ(squares.grid.Text(2, 1), "");
+    squares.grid.SetText(2, 1, "x");
+    EXPECT_EQ(squares.grid.Text(2, 1), "x");
+    EXPECT_EQ(squares.grid.Text(0, 1), "Number");
+}
+
+TEST(FlexGridOfMadeRows, HasAHeadingAtLeast)
+{
+    Squares squares;
+    squares.Fill(0);
+    EXPECT_EQ(squares.grid.Rows(), 1);
+    EXPECT_EQ(squares.grid.Captions(), QStringList({"Number", "Square"}));
+}
+
+TEST(FlexGridOfMadeRows, KeepsTheWidthsOfItsColumnsWhenItsRowsAreOthers)
+{
+    Squares squares;
+    squares.grid.SetUserResizesColumns(2);
+    Show(squares.grid);
+    squares.grid.horizontalHeader()->resizeSection(0, 77);
+    squares.Fill(11);
+    EXPECT_EQ(squares.grid.columnWidth(0), 77);
+    EXPECT_EQ(squares.grid.UserWidths(), (QMap<QString, int>{{"Number", 77}}));
+    squares.grid.resize(500, 300); // the stretched column takes the rest, and is nobody's wish
+    QCoreApplication::processEvents();
+    EXPECT_EQ(squares.grid.columnWidth(0), 77);
+    EXPECT_EQ(squares.grid.UserWidths().size(), 1);
+}
+
+TEST(FlexGridOfMadeRows, CopiesAStretchOfRows)
+{
+    Squares squares;
+    Show(squares.grid);
+    squares.grid.SelectRow(3);
+    Press(&squares.grid, Qt::Key_Down, "", Qt::ShiftModifier);
+    Press(&squares.grid, Qt::Key_C, "\x03", Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "4\t16\n5\t25");
+}
+
+TEST(FlexGrid, ShowsTheWholeOfATextThatIsCutOffInsteadOfItsToolTip)
+{
+    Totals totals;
+    totals.grid.setToolTip("Totals");
+    totals.grid.SetText(1, 2, "<b>" + QString(120, 'a'));
+    Show(totals.grid);
+    const auto tipOver = [&](int place) {
+        const auto target = totals.grid.CellTarget(0, place);
+        QHelpEvent help(QEvent::ToolTip, target.center, target.widget->mapToGlobal(target.center));
+        QApplication::sendEvent(target.widget, &help);
+        const QString tip = QToolTip::text();
+        QToolTip::hideText();
+        return tip;
+    };
+    EXPECT_EQ(tipOver(1), "<qt>&lt;b&gt;" + QString(120, 'a') + "</qt>");
+    EXPECT_EQ(tipOver(0), "Totals");
 }

@@ -125,7 +125,7 @@ bool DataGrid::MoveTo(int row, int column, bool extend)
 {
     if (row < 0 || row >= m_model->rowCount() || !MayMoveTo(row))
         return false;
-    const std::vector<int> shown = ShownColumns();
+    const std::vector<int> &shown = ShownColumns();
     if (std::find(shown.begin(), shown.end(), column) == shown.end())
         column = shown.empty() ? 0 : shown.front();
     const QModelIndex current = m_selection->currentIndex();
@@ -151,7 +151,7 @@ bool DataGrid::MoveTo(int row, int column, bool extend)
 void DataGrid::MoveSilently(int row)
 {
     const QScopedValueRollback silent(m_isSilent, true);
-    const std::vector<int> shown = ShownColumns();
+    const std::vector<int> &shown = ShownColumns();
     const bool columnShown = std::find(shown.begin(), shown.end(), CurrentColumn()) != shown.end();
     const int column = columnShown ? CurrentColumn() : shown.empty() ? 0 : shown.front();
     const QModelIndex target = m_model->index(row, column);
@@ -217,7 +217,7 @@ bool DataGrid::HandleKey(QKeyEvent *event)
 bool DataGrid::HandleMove(QKeyEvent *event)
 {
     const QModelIndex current = m_selection->currentIndex();
-    const std::vector<int> shown = ShownColumns();
+    const std::vector<int> &shown = ShownColumns();
     if (!current.isValid() || shown.empty())
         return false;
     const int height = m_right->verticalHeader()->defaultSectionSize();
@@ -268,7 +268,7 @@ void DataGrid::CopySelection() const
     }
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    const std::vector<int> shown = ShownColumns();
+    const std::vector<int> &shown = ShownColumns();
     QStringList lines;
     for (const int row : rows) {
         QStringList cells;
@@ -283,9 +283,8 @@ void DataGrid::CopySelection() const
 void DataGrid::Find()
 {
     if (!m_find)
-        m_find = new GridFind(*this, *this, [this](int row, int place) {
-            return MoveTo(row, ColumnAt(place));
-        });
+        m_find = new GridFind(*this, *this,
+                              [this](int row, int place) { return MoveTo(row, ColumnAt(place)); });
     m_find->Open();
 }
 
@@ -402,7 +401,7 @@ void DataGrid::CancelRow()
 
 void DataGrid::EditNeighbour(int step)
 {
-    const std::vector<int> shown = ShownColumns();
+    const std::vector<int> &shown = ShownColumns();
     const int row = m_selection->currentIndex().row();
     const auto here = std::find(shown.begin(), shown.end(), CurrentColumn());
     if (here == shown.end())

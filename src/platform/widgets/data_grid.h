@@ -143,7 +143,8 @@ private:
     friend class GridCell;
 
     GridPane *PaneOf(int column) const;
-    std::vector<int> ShownColumns() const;
+    /// From left to right; the left pane's first.
+    const std::vector<int> &ShownColumns() const { return m_shownColumns; }
     void ShowColumns();
     void FitColumns();
     void FitSplit();
@@ -168,6 +169,7 @@ private:
     GridPane *m_left; ///< the Symbol column in split mode, else hidden
     GridPane *m_right;
     GridFind *m_find = nullptr; ///< once it was called for
+    std::vector<int> m_shownColumns;
     QMap<QString, int> m_userWidths;
     bool m_isFitting = false; ///< the widths that come are not the user's
     std::optional<QRgb> m_backColor;

@@ -44,6 +44,11 @@ void DataGrid::ShowColumns()
         m_left->setColumnHidden(column, column != splitColumn);
         m_right->setColumnHidden(column, columns[column].hidden || column == splitColumn);
     }
+    m_shownColumns.clear();
+    for (const GridPane *pane : {m_left, m_right})
+        for (int column = 0; column < static_cast<int>(columns.size()); ++column)
+            if (!pane->isColumnHidden(column))
+                m_shownColumns.push_back(column);
     // The marks of the row in edit and of the empty row stand at the far left.
     m_left->verticalHeader()->setVisible(isEditable && m_isSplit);
     m_right->verticalHeader()->setVisible(isEditable && !m_isSplit);
@@ -92,18 +97,6 @@ void DataGrid::TakeUserWidth(int column, int width)
     // A column that is hidden has the width 0, and none of its own.
     if (!m_isFitting && width > 0 && column < static_cast<int>(Columns().size()))
         m_userWidths[Columns()[size_t(column)].dataField] = width;
-}
-
-std::vector<int> DataGrid::ShownColumns() const
-{
-    std::vector<int> shown;
-    for (const GridPane *pane : {m_left, m_right}) {
-        for (int column = 0; column < m_model->columnCount(); ++column) {
-            if (!pane->isColumnHidden(column))
-                shown.push_back(column);
-        }
-    }
-    return shown;
 }
 
 GridPane *DataGrid::PaneOf(int column) const
@@ -202,7 +195,7 @@ void DataGrid::showEvent(QShowEvent *event)
 
 int DataGrid::ColumnAt(int place) const
 {
-    const std::vector<int> shown = ShownColumns();
+    const std::vector<int> &shown = ShownColumns();
     return place >= 0 && place < static_cast<int>(shown.size()) ? shown[place] : -1;
 }
 

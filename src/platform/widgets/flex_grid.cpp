@@ -3,6 +3,7 @@
 #include "platform/widgets/colors.h"
 #include "platform/widgets/flex_model.h"
 #include "platform/widgets/grid_find.h"
+#include "platform/widgets/whole_text_tip.h"
 
 #include <QClipboard>
 #include <QFontDatabase>
@@ -12,7 +13,6 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -20,10 +20,10 @@ namespace
 {
 
 /// The cells keep their colours under the mouse, and none is framed.
-class CellPainter : public QStyledItemDelegate
+class CellPainter : public WholeTextTip
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using WholeTextTip::WholeTextTip;
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStringMatcher>
 #include <QStyle>
 #include <QToolButton>
 
@@ -78,10 +79,10 @@ void GridFind::Place()
          std::max(0, m_grid.height() - height() - bar));
 }
 
-int GridFind::PlaceIn(int row, int places, const QString &text) const
+int GridFind::PlaceIn(int row, int places, const QStringMatcher &text) const
 {
     for (int place = 0; place < places; ++place)
-        if (m_cells.CellText(row, place).contains(text, Qt::CaseInsensitive))
+        if (text.indexIn(m_cells.CellText(row, place)) >= 0)
             return place;
     return -1;
 }
@@ -96,9 +97,10 @@ bool GridFind::FindNext(bool backward)
     // The row one stands on counts as found when it is shown for another text.
     const bool again = text == m_foundText;
     const int start = std::max(0, m_cells.CurrentRow());
+    const QStringMatcher matcher(text, Qt::CaseInsensitive);
     for (int step = again ? 1 : 0; step < rows + (again ? 1 : 0); ++step) {
         const int row = (start + (backward ? rows - step % rows : step)) % rows;
-        const int place = PlaceIn(row, places, text);
+        const int place = PlaceIn(row, places, matcher);
         if (place < 0)
             continue;
         m_foundText = text;

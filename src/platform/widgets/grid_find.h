@@ -17,6 +17,7 @@
 
 class QLabel;
 class QLineEdit;
+class QStringMatcher;
 
 class GridFind : public QFrame
 {
@@ -36,7 +37,7 @@ private:
     void Close();
     void Place();
     /// The first of the row's places that shows the text, -1 without one.
-    int PlaceIn(int row, int places, const QString &text) const;
+    int PlaceIn(int row, int places, const QStringMatcher &text) const;
 
     QWidget &m_grid;
     ShownGrid &m_cells;

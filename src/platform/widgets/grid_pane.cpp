@@ -4,16 +4,14 @@
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPointer>
-#include <QToolTip>
 
 // --- cells --------------------------------------------------------------------------------------
 
-GridCell::GridCell(DataGrid &grid) : QStyledItemDelegate(&grid), m_grid(grid) {}
+GridCell::GridCell(DataGrid &grid) : WholeTextTip(&grid), m_grid(grid) {}
 
 void GridCell::paint(QPainter *painter, const QStyleOptionViewItem &option,
                      const QModelIndex &index) const
@@ -65,19 +63,6 @@ bool GridCell::eventFilter(QObject *editor, QEvent *event)
         }
     }
     return QStyledItemDelegate::eventFilter(editor, event);
-}
-
-bool GridCell::helpEvent(QHelpEvent *event, QAbstractItemView *view,
-                         const QStyleOptionViewItem &option, const QModelIndex &index)
-{
-    const QRect cell = view->visualRect(index);
-    if (event->type() != QEvent::ToolTip || sizeHint(option, index).width() <= cell.width())
-        return QStyledItemDelegate::helpEvent(event, view, option, index);
-    // In markup, so that it is broken into lines, and text that looks like markup stays text.
-    QToolTip::showText(event->globalPos(),
-                       QStringLiteral("<qt>%1</qt>").arg(index.data().toString().toHtmlEscaped()),
-                       view, cell);
-    return true;
 }
 
 // --- pane ---------------------------------------------------------------------------------------

@@ -3,14 +3,15 @@
 /// One of the two views of a DataGrid: it draws the cells, tells the grid what the mouse and the
 /// keys do, and lets the grid decide whether a row may be left.
 
+#include "platform/widgets/whole_text_tip.h"
+
 #include <QPersistentModelIndex>
-#include <QStyledItemDelegate>
 #include <QTableView>
 
 class DataGrid;
 
 /// Draws the frame of the current cell, and edits in a plain line.
-class GridCell : public QStyledItemDelegate
+class GridCell : public WholeTextTip
 {
 public:
     explicit GridCell(DataGrid &grid);
@@ -21,9 +22,6 @@ public:
                           const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     bool eventFilter(QObject *editor, QEvent *event) override;
-    /// A text that is cut off is shown in full; else the tool tip is the grid's.
-    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
-                   const QModelIndex &index) override;
 
 private:
     DataGrid &m_grid;

@@ -1,0 +1,1 @@
+-- starts from flat_account.sql
