@@ -82,6 +82,13 @@ int main(int argc, char **argv)
     QTemporaryDir folder;
     MakeFolder(DeliveredFolder(), folder.filePath(QStringLiteral("sample")), 0);
     MakeFolder(DeliveredFolder(), folder.filePath(QStringLiteral("large")), 500);
+    for (const char *name : {"sample", "large"}) { // the tip of the day would wait for somebody
+        SettingsStore settings(folder.filePath(QLatin1String(name)) +
+                               QStringLiteral("/settings.ini"));
+        settings.SaveSetting(QStringLiteral("Options"), QStringLiteral("ShowTipOfDay"),
+                             QStringLiteral("0"));
+        settings.Flush();
+    }
     const double bare = MedianSeconds({QStringLiteral("bare")});
     const double sample =
         MedianSeconds({QStringLiteral("program"), folder.filePath(QStringLiteral("sample"))});

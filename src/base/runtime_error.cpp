@@ -36,3 +36,8 @@ RuntimeError RuntimeError::Store(const QString &description)
 {
     return {StoreNumber, description};
 }
+
+RuntimeError RuntimeError::Printer()
+{
+    return {PrinterNumber, QStringLiteral("Printer error")};
+}

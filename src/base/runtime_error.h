@@ -31,6 +31,8 @@ public:
     static RuntimeError ObjectClosed();
     /// A read, write or statement that the store refuses; `description` is the store's own.
     static RuntimeError Store(const QString &description);
+    /// The printer, or the file in its place, refused what was printed.
+    static RuntimeError Printer();
 
     enum Numbers
     {
@@ -43,6 +45,7 @@ public:
         PermissionDeniedNumber = 70,
         PathAccessNumber = 75,
         PathNotFoundNumber = 76,
+        PrinterNumber = 482,
         InvalidArgumentNumber = 5,
         NoCurrentRecordNumber = 3021,
         ObjectClosedNumber = 3704,

@@ -9,8 +9,8 @@ namespace
 
 using Lines = QStringList;
 
-/// A first click may select the series only.
-constexpr int mostClicks = 3;
+/// A first click may select the series only, and points that share a pixel take turns.
+constexpr int mostClicks = 50;
 
 ShownChart &Chart(Session &session)
 {
@@ -48,7 +48,9 @@ Lines ClickPoint(Session &session, const QStringList &arguments)
     ShownChart &chart = Chart(session);
     const int series = Ordinal(arguments[0]);
     const int index = Ordinal(arguments[1]);
-    for (int click = 0; click < mostClicks && !chart.IsPointSelected(series, index); ++click) {
+    // A point that is selected already is clicked too, and read out again.
+    for (int click = 0; click == 0 || (click < mostClicks && !chart.IsPointSelected(series, index));
+         ++click) {
         const auto target = chart.PointTarget(series, index);
         if (!target.widget)
             throw Failed(

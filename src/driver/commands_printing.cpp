@@ -92,6 +92,11 @@ Lines Pages(Session &session, const QStringList &)
     return session.TakePages();
 }
 
+Lines Prints(Session &session, const QStringList &)
+{
+    return session.TakePrints();
+}
+
 /// The value may be printed in several lines, which stand in it with line ends between.
 void ExpectPrinted(Session &session, const QStringList &words, const QString &value)
 {
@@ -137,6 +142,7 @@ QList<ScriptCommand> PrintingCommands()
         {"status", "[N]", 0, 1, true, Status},
         {"boxes", "", 0, 0, true, Boxes},
         {"pages", "", 0, 0, true, Pages},
+        {"prints", "", 0, 0, true, Prints},
         {"expect", "WORDS… = \"value\"", 1, -1, false, Expect},
     };
 }

@@ -3,11 +3,12 @@
 #include "driver/failure.h"
 #include "shell/application.h"
 #include "shell/command_table.h"
-#include "shell/screen_registry.h"
 #include "shell/status_bar.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
+#include <QImage>
 #include <QMenu>
 
 #include <cstdlib>
@@ -91,6 +92,15 @@ void Session::Launch()
         m_pages << address;
         return true;
     };
+    m_application->State().services.openDocument = [this](const QString &path) {
+        // A script knows its working folder by no other name.
+        const QString fromHere = QDir::current().relativeFilePath(path);
+        m_pages << (fromHere.startsWith(QLatin1String("..")) ? path : fromHere);
+        return true;
+    };
+    m_application->State().services.printPicture = [this](const QImage &picture) {
+        m_prints << QStringLiteral("%1x%2").arg(picture.width()).arg(picture.height());
+    };
     m_application->Launch();
 }
 
@@ -173,7 +183,7 @@ bool Session::IsLoaded(const QString &form)
         return false;
     if (form == mainWindow)
         return true;
-    if (!m_application->Host().Has(form) && !IsScreenToCome(form))
+    if (!m_application->Host().Has(form))
         throw ScriptWrong(QStringLiteral("no form \"%1\"").arg(form));
     return m_application->Host().Loaded(form);
 }
@@ -181,6 +191,11 @@ bool Session::IsLoaded(const QString &form)
 QStringList Session::TakePages()
 {
     return std::exchange(m_pages, {});
+}
+
+QStringList Session::TakePrints()
+{
+    return std::exchange(m_prints, {});
 }
 
 QStringList Session::StatusPanels()

@@ -64,8 +64,11 @@ public:
     QWidget *Control(const QString &name);
     /// ScriptWrong for a name the program does not know.
     bool IsLoaded(const QString &form);
-    /// The addresses that went to the user's browser since the last call. None is started.
+    /// The addresses that went to the user's browser, and the files that went to another program of
+    /// his, since the last call. None is started.
     QStringList TakePages();
+    /// The sizes of the pictures that went to the printer since the last call: "1280x800".
+    QStringList TakePrints();
     /// The panels of the status bar; the fourth is the file name of its picture.
     QStringList StatusPanels();
 
@@ -97,5 +100,6 @@ private:
     EndOfRun m_endOfRun;
     bool m_wasLaunched = false;
     QStringList m_pages;
+    QStringList m_prints;
     std::unique_ptr<Application> m_application;
 };

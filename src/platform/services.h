@@ -12,6 +12,8 @@
 
 #include <functional>
 
+class QImage;
+
 /// References only: the application, the driver or the test owns what stands behind them.
 struct Services
 {
@@ -26,6 +28,10 @@ struct Services
     std::function<void(const QString &topic)> showHelp = {}; ///< "DTDailyTrackerScreen.html"
     /// Opens a page in the user's browser; false when none took it, or when there is no browser.
     std::function<bool(const QString &address)> openInBrowser = {};
+    /// Opens a file in the program that the user has for its kind; false when none took it.
+    std::function<bool(const QString &path)> openDocument = {};
+    /// Prints a picture on a page of its own, after a preview; throws RuntimeError 482 when that fails.
+    std::function<void(const QImage &picture)> printPicture = {};
 };
 
 /// The application's title, and the title of its boxes: "Quillon Editor".

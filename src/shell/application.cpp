@@ -101,7 +101,8 @@ Application::Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime,
     m_window = std::make_unique<frmMDIMain>(*m_program, m_status->gStatusMessage);
     m_accountFiles = std::make_unique<AccountFiles>(*m_program);
     m_routines = std::make_unique<MainRoutine>(*m_program, *m_window, m_host, *m_accountFiles);
-    m_runner = std::make_unique<Commands>(*m_program, m_host, *m_accountFiles, [this] { Exit(); });
+    m_runner = std::make_unique<Commands>(*m_program, *m_window, m_host, *m_accountFiles,
+                                          [this] { Exit(); });
 
     m_program->accountRoutines = m_routines.get();
     m_host.Attach(*m_program, *m_window);

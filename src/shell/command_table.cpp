@@ -154,6 +154,10 @@ constexpr Command Table[] = {
     {"popPPPreference", "Preference...", "popPPPurchasePrice", Menu},
     {"popPPPriceGridColor", "Grid Color", "popPPPreference", Entry, ToScreen, "frmPurchaseList"},
 
+    {"popChartScreen", "Chart Menu", "", Popup},
+    {"popCHSavePicture", "Save picture…", "popChartScreen", Entry, ToScreen, "frmChartScreen"},
+    {"popCHCopyPicture", "Copy picture", "popChartScreen", Entry, ToScreen, "frmChartScreen"},
+
     {"popQSQuoteServer", "Quote Server Menu", "", Popup},
     {"popQSPreference", "Preference...", "popQSQuoteServer", Menu},
     {"popQSQuoteGridColor", "Quote Server Grid Color", "popQSPreference", Entry, ToScreen, "frmQuoteServerUpdate"},

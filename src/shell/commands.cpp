@@ -5,6 +5,7 @@
 #include "program/command_target.h"
 #include "program/compact_databases.h"
 #include "program/external_browser.h"
+#include "program/print_screen.h"
 #include "program/rebuild_wizard.h"
 #include "shell/account_files.h"
 #include "shell/command_table.h"
@@ -59,9 +60,10 @@ bool NeedsSignOn(const QString &button)
 
 } // namespace
 
-Commands::Commands(Program &program, ScreenHost &host, AccountFiles &accountFiles,
-                   std::function<void()> exit)
-    : m_program(program), m_host(host), m_accountFiles(accountFiles), m_exit(std::move(exit))
+Commands::Commands(Program &program, QMainWindow &window, ScreenHost &host,
+                   AccountFiles &accountFiles, std::function<void()> exit)
+    : m_program(program), m_window(window), m_host(host), m_accountFiles(accountFiles),
+      m_exit(std::move(exit))
 {
     FillOwn();
 }
@@ -74,6 +76,10 @@ void Commands::FillOwn()
     own("mnuFLNew", [this] { m_accountFiles.mnuFLNew_Click(); });
     own("mnuFLSaveAs", [this] { m_accountFiles.mnuFLSaveAs_Click(); });
     own("mnuFLOpenExisting", [this] { m_accountFiles.mnuFLOpenExisting_Click(); });
+    own("mnuFLSCScreen", [this] { PrintScreen(CaptureScreen); });
+    own("mnuFLSCForm", [this] { PrintScreen(CaptureForm); });
+    own("mnuFLSCClient", [this] { PrintScreen(CaptureClient); });
+    own("mnuFLSCActive", [this] { PrintActiveWindow(m_program, m_window); });
     own("mnuFLBackup", [this] { BackupOrRestore(QStringLiteral("Backup")); });
     own("mnuFLRestore", [this] { BackupOrRestore(QStringLiteral("Restore")); });
     own("mnuFLCompactDBA", [this] {
@@ -264,6 +270,12 @@ void Commands::RunOnScreen(const QString &name, const QString &form)
     auto *target = dynamic_cast<CommandTarget *>(m_host.Find(form));
     if (!target || !target->RunCommand(name))
         PostNotBuilt();
+}
+
+void Commands::PrintScreen(QImage (*capture)(QMainWindow &))
+{
+    LetMenuGo(m_program);
+    PrintPicture(m_program, capture(m_window));
 }
 
 void Commands::BackupOrRestore(const QString &mode)

@@ -15,12 +15,13 @@
 
 struct Command;
 class AccountFiles;
+class QMainWindow;
 class ScreenHost;
 
 class Commands
 {
 public:
-    Commands(Program &program, ScreenHost &host, AccountFiles &accountFiles,
+    Commands(Program &program, QMainWindow &window, ScreenHost &host, AccountFiles &accountFiles,
              std::function<void()> exit);
 
     /// Counts the user as active and carries the command out. Errors travel to the caller.
@@ -43,6 +44,7 @@ private:
     void PostNoAddress();
     void ArrangeScreens(const QString &name, int arrangement);
     void RunOnScreen(const QString &name, const QString &form);
+    void PrintScreen(QImage (*capture)(QMainWindow &));
     void BackupOrRestore(const QString &mode);
     void Connect_Click();
     void SplitScreen_Click();
@@ -50,6 +52,7 @@ private:
     bool SymbolSelected(const QString &message);
 
     Program &m_program;
+    QMainWindow &m_window;
     ScreenHost &m_host;
     AccountFiles &m_accountFiles;
     std::function<void()> m_exit;

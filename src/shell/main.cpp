@@ -3,6 +3,7 @@
 #include "platform/settings_store.h"
 #include "platform/system_clock.h"
 #include "platform/widgets/default_browser.h"
+#include "platform/widgets/print_preview.h"
 #include "platform/widgets/real_dialogs.h"
 #include "shell/app_lifetime.h"
 #include "shell/application.h"
@@ -34,6 +35,8 @@ int main(int argc, char *argv[])
                             QApplication::applicationDirPath(), QLocale());
     application.OnEnded = [] { QApplication::quit(); };
     application.State().services.openInBrowser = OpenInDefaultBrowser;
+    application.State().services.openDocument = OpenInDefaultProgram;
+    application.State().services.printPicture = PreviewPicture;
     application.State().CreateBrowserView = [](QWidget *parent) {
         return CreatePluginView(QApplication::applicationDirPath(), parent);
     };

@@ -1,5 +1,10 @@
 #include "shell/screen_registry.h"
 
+#include "aids/frm_about.h"
+#include "aids/frm_system_info.h"
+#include "aids/frm_tip_of_day.h"
+#include "charts/frm_chart_screen.h"
+#include "charts/frm_plot_selection.h"
 #include "lists/frm_daily_profit_loss.h"
 #include "lists/frm_delete_options.h"
 #include "lists/frm_history_list.h"
@@ -12,6 +17,7 @@
 #include "marketdata/frm_quote_site_trial.h"
 #include "marketdata/frm_web_browser.h"
 #include "marketdata/frm_web_login.h"
+#include "reports/frm_date_select.h"
 #include "reports/frm_portfolio_select.h"
 #include "shell/frm_backup_restore.h"
 #include "shell/frm_password.h"
@@ -21,9 +27,6 @@
 #include "tracking/frm_daily_tracker.h"
 #include "transactions/frm_security_update.h"
 #include "transactions/frm_transaction_update.h"
-
-#include <algorithm>
-#include <iterator>
 
 namespace
 {
@@ -37,17 +40,7 @@ void Register(ScreenHost &host, const char *name, const char *viewEntry = "")
         QString::fromUtf8(viewEntry));
 }
 
-constexpr const char *ScreensToCome[] = {
-    "frmAbout", "frmChartScreen", "frmDateSelect", "frmPlotSelection", "frmTipOfDay",
-};
-
 } // namespace
-
-bool IsScreenToCome(const QString &form)
-{
-    return std::any_of(std::begin(ScreensToCome), std::end(ScreensToCome),
-                       [&](const char *name) { return form == QLatin1String(name); });
-}
 
 void RegisterScreens(ScreenHost &host)
 {
@@ -56,12 +49,15 @@ void RegisterScreens(ScreenHost &host)
     Register<frmBackupRestore>(host, "frmBackupRestore");
     Register<frmDailyTracker>(host, "frmDailyTracker", "mnuVWDailyTracker");
     Register<frmDailyProfitLoss>(host, "frmDailyProfitLoss", "mnuVWDailyProfitLoss");
+    Register<frmChartScreen>(host, "frmChartScreen");
+    Register<frmPlotSelection>(host, "frmPlotSelection");
     Register<frmDeleteOptions>(host, "frmDeleteOptions");
     Register<frmHistoryList>(host, "frmHistoryList", "mnuVWHistory");
     Register<frmPurchaseList>(host, "frmPurchaseList", "mnuVWPurchaseList");
     Register<frmHistoricalPriceList>(host, "frmHistoricalPriceList", "mnuVWHistoricalPriceList");
     Register<frmNewVersion>(host, "frmNewVersion");
     Register<frmProgressBar>(host, "frmProgressBar");
+    Register<frmDateSelect>(host, "frmDateSelect");
     Register<frmPortfolioSelect>(host, "frmPortfolioSelect");
     Register<frmQuoteServerUpdate>(host, "frmQuoteServerUpdate", "mnuVWQuoteServerUpdate");
     Register<frmQuoteSiteTrial>(host, "frmQuoteSiteTrial");
@@ -71,4 +67,7 @@ void RegisterScreens(ScreenHost &host)
     Register<frmWebBrowser>(host, "frmWebBrowser");
     Register<frmInternetTran>(host, "frmInternetTran");
     Register<frmWebLogin>(host, "frmWebLogin");
+    Register<frmTipOfDay>(host, "frmTipOfDay");
+    Register<frmAbout>(host, "frmAbout");
+    Register<frmSystemInfo>(host, "frmSystemInfo");
 }

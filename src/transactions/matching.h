@@ -76,7 +76,7 @@ public:
     const QString &NameOf(const MatchSale &sale) const { return m_names[size_t(sale.name)]; }
     const std::vector<MatchPurchase> &PurchasesOf(const QString &symbol) const;
 
-    /// Matches a sale to its purchases and adds it to `result`; call it once for each sale. Throws
+    /// Matches a sale to its purchases and adds it to `result`; once more, its Amount alone. Throws
     /// RuntimeError, "Overflow", when a sum leaves the range of its type; the file is untouched.
     void MatchCurrentSale(int sale, MatchResult &result);
     /// The sale's row goes with the next WriteBack.

@@ -55,7 +55,7 @@ INSTANTIATE_TEST_SUITE_P(
         EndingCase{"FormNotLoaded", "launch\nshow frmPassword.txtLoginID", 1,
                    "frmPassword is not loaded"},
         EndingCase{"UnknownFormLoaded", "launch\nloaded frmBogus", 2, "no form \"frmBogus\""},
-        EndingCase{"AFormThatIsNotBuiltYet", "launch\nexpect loaded frmTipOfDay = \"no\"", 0, ""},
+        EndingCase{"AFormThatIsNotOpen", "launch\nexpect loaded frmTipOfDay = \"no\"", 0, ""},
         EndingCase{"UnknownMenuEntry", "launch\nmenu mnuBogus", 2, "\"mnuBogus\""},
         EndingCase{"AMenuIsNoEntry", "launch\nmenu mnuFile", 2, "mnuFile is no menu entry"},
         EndingCase{"AnEntryIsNoButton", "launch\ntool mnuFLExit", 2, "is no toolbar button"},

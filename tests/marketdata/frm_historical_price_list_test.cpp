@@ -579,13 +579,24 @@ TEST_F(PriceList, TakesTheColourOfTheUsersChoice)
     EXPECT_EQ(Prices().BackColor(), 0xFFFFE0C0);
 }
 
-TEST_F(PriceList, LeavesChartAndWorkbookToTheirOwnScreens)
+TEST_F(PriceList, OpensTheChartOfTheDailyPrices)
 {
     OpenList();
     Choose("popHPLChart");
-    EXPECT_EQ(Status(), "Chart is not built yet");
+    EXPECT_TRUE(run.App().Host().Loaded("frmChartScreen"));
+    EXPECT_TRUE(run.Commands().Checked("mnuChartHistoricalPrices"));
+}
+
+TEST_F(PriceList, PrintsThroughTheOptionsOfItsReport)
+{
+    OpenList();
+    QString caption;
+    run.WhenModal("frmDateSelect", [&] {
+        caption = run.App().Host().Find("frmDateSelect")->Caption();
+        run.App().Host().Unload("frmDateSelect");
+    });
     Choose("popHPLPrintExcel");
-    EXPECT_EQ(Status(), "Print to Excel is not built yet");
+    EXPECT_EQ(caption, "Historical Price List - Option selection");
 }
 
 TEST_F(PriceList, AsksForTheDialogOfDeletes)

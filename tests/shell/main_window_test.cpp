@@ -231,24 +231,25 @@ TEST_F(MainWindow, BringsAnOpenScreenToTheFront)
     EXPECT_EQ(run.Loads().size(), 3);
 }
 
-TEST_F(MainWindow, SaysWhichEntryIsNotBuiltYetAndDoesNothingElse)
+TEST_F(MainWindow, SaysWhichScreenIsNotThereAndDoesNothingElse)
 {
     run.App().Launch();
-    run.Choose("mnuHelpAbout");
-    EXPECT_EQ(run.Panel(1), "About is not built yet");
     run.App().CommandRunner().PostNotBuilt("frmTransactionUpdate");
     EXPECT_EQ(run.Panel(1), "Transaction Update is not built yet");
     EXPECT_EQ(run.boxes.Texts(), QStringList());
 }
 
-TEST_F(MainWindow, NamesAStartupScreenThatIsNotBuiltYetWhenAnotherAccountIsOpened)
+TEST_F(MainWindow, OpensTheChartOfTheStartAnewWithAnotherAccount)
 {
     run.SetOption("ChartScreen", "1");
     run.App().Launch();
-    EXPECT_EQ(run.Panel(1), "Chart Screen is not built yet");
+    const Form *chart = run.App().Host().Find("frmChartScreen");
+    EXPECT_TRUE(chart);
     run.boxes.files = {folder.AddAccount("Other.mdb")};
     run.Choose("mnuFLOpenExisting");
-    EXPECT_EQ(run.Panel(1), "Chart Screen is not built yet");
+    EXPECT_TRUE(run.App().Host().Loaded("frmChartScreen"));
+    EXPECT_NE(run.App().Host().Find("frmChartScreen"), chart);
+    EXPECT_TRUE(run.Commands().Checked("mnuChartPositions"));
 }
 
 TEST_F(MainWindow, ShowsTheAccountInTheStatusBarAlsoWhenNoScreenComesUp)

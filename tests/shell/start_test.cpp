@@ -17,6 +17,7 @@ const char *const TenMenus[] = {
 class Start : public testing::Test
 {
 protected:
+    Start() { run.SetOption("ShowTipOfDay", "0"); }
     /// Answers the sign-on when it comes up: types both texts and presses a button.
     void SignOnWith(const QString &login, const QString &password, const QString &button)
     {
@@ -67,7 +68,7 @@ TEST_F(Start, ClearsTheDateRangeOfTheLists)
 TEST_F(Start, OpensTheScreensOfTheSettingsInTheirOrder)
 {
     for (const char *key : {"PurchaseList", "DailyProfitLoss", "HistoryList", "ChartScreen",
-                            "BrowserScreen", "HistoricalPriceList"})
+                            "BrowserScreen", "HistoricalPriceList", "ShowTipOfDay"})
         run.SetOption(key, "1");
     run.AddStartupScreens();
     run.App().Launch();
@@ -78,7 +79,7 @@ TEST_F(Start, OpensTheScreensOfTheSettingsInTheirOrder)
 
 TEST_F(Start, OpensTheTrackerAloneOnAFirstRunAndMaximized)
 {
-    run.AddStartupScreens();
+    run.SetOption("ShowTipOfDay", "1").AddStartupScreens();
     run.App().Launch();
     EXPECT_EQ(run.Loads(), QStringList({"frmDailyTracker", "frmInternetTran", "frmTipOfDay"}));
     EXPECT_TRUE(run.App().Host().ActiveChild()->parentWidget()->isMaximized());
@@ -102,13 +103,12 @@ TEST_F(Start, LoadsNoPriceCycleDuringARebuild)
 
 TEST_F(Start, ShowsNoTipWhenTipsAreSwitchedOff)
 {
-    run.SetOption("ShowTipOfDay", "0");
     run.AddStartupScreens();
     run.App().Launch();
     EXPECT_FALSE(run.Loads().contains("frmTipOfDay"));
 }
 
-TEST_F(Start, SaysNothingAboutScreensThatAreYetToCome)
+TEST_F(Start, SaysNothingOfItsOwn)
 {
     run.SetOption("DailyTracker", "0").SetOption("WebPriceUpdate", "0").App().Launch();
     EXPECT_EQ(run.Panel(1), "");
@@ -168,6 +168,7 @@ TEST_F(Start, OpensAProtectedAccountAfterACorrectSignOn)
 
 TEST_F(Start, LeavesTheMainWindowWithTenMenusDisabledAndNoTipWhenTheSignOnIsCancelled)
 {
+    run.SetOption("ShowTipOfDay", "1");
     run.GiveSecurity(folder.SampleAccount(), 1, 0, 15);
     run.AddStartupScreens();
     SignOnWith("Ann", "secret", "cmdCancel");

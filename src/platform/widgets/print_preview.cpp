@@ -1,0 +1,51 @@
+#include "platform/widgets/print_preview.h"
+
+#include "aids/fit_to_page.h"
+#include "base/runtime_error.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+
+namespace
+{
+
+constexpr QSize PreviewSize(820, 640);
+
+} // namespace
+
+bool PrintPictureToFitPage(QPrinter &printer, const QImage &picture)
+{
+    QPainter page;
+    if (!page.begin(&printer))
+        return false;
+    const QRectF paper = printer.pageRect(QPrinter::DevicePixel);
+    page.setRenderHint(QPainter::SmoothPixmapTransform);
+    page.drawImage(QRectF(QPointF(0, 0), FitToPage(picture.size(), paper.size())), picture);
+    return page.end() && printer.printerState() != QPrinter::Error;
+}
+
+void PreviewPicture(const QImage &picture)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(QApplication::applicationName());
+    QPrintPreviewDialog preview(&printer, QApplication::activeWindow());
+    preview.setObjectName(QStringLiteral("PrintPreview"));
+    preview.resize(PreviewSize);
+    if (auto *zoom = preview.findChild<QComboBox *>())
+        zoom->setAccessibleName(QStringLiteral("Zoom"));
+    const QList<QLineEdit *> fields = preview.findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields)
+        if (!qobject_cast<QComboBox *>(field->parentWidget()))
+            field->setAccessibleName(QStringLiteral("Page"));
+    bool isPrinted = true;
+    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, [&](QPrinter *target) {
+        isPrinted = PrintPictureToFitPage(*target, picture);
+    });
+    preview.exec();
+    if (!isPrinted)
+        throw RuntimeError::Printer();
+}

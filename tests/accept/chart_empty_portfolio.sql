@@ -1,0 +1,3 @@
+-- starts from chart_data.sql
+DELETE FROM DailyTracker;
+DELETE FROM PriceHistory;

@@ -1,0 +1,2 @@
+-- starts from chart_data.sql
+SELECT 1;
