@@ -53,17 +53,6 @@ RuntimeError FromFileError(const QFileDevice &file, const QString &path)
 constexpr QFile::Permissions OwnersOwn =
     QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
 
-void CheckFolderOf(const QString &path)
-{
-    const QFileInfo folder(QFileInfo(path).absolutePath());
-    if (!folder.isDir())
-        throw RuntimeError(RuntimeError::PathNotFoundNumber,
-                           QStringLiteral("Path not found: ") + path);
-    if (!folder.isWritable())
-        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
-                           QStringLiteral("Permission denied: ") + path);
-}
-
 /// A file that is written beside the one whose place it takes. Its name is always the same: what a
 /// program that died has left there is written over by the next one.
 class NewFile
@@ -116,6 +105,17 @@ private:
 
 } // namespace
 
+void Files::RequireFolderOf(const QString &path)
+{
+    const QFileInfo folder(QFileInfo(path).absolutePath());
+    if (!folder.isDir())
+        throw RuntimeError(RuntimeError::PathNotFoundNumber,
+                           QStringLiteral("Path not found: ") + path);
+    if (!folder.isWritable())
+        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
+                           QStringLiteral("Permission denied: ") + path);
+}
+
 bool Files::FileExists(const QString &path)
 {
     return QFileInfo(path).isFile();
@@ -131,7 +131,7 @@ void Files::CopyFile(const QString &from, const QString &to, bool overwrite,
     if (!overwrite && QFileInfo::exists(to))
         throw RuntimeError(RuntimeError::FileExistsNumber,
                            QStringLiteral("File already exists: ") + to);
-    CheckFolderOf(to);
+    RequireFolderOf(to);
     if (!source.open(QIODevice::ReadOnly))
         throw FromFileError(source, from);
     NewFile target(to);
@@ -150,7 +150,7 @@ void Files::CopyFile(const QString &from, const QString &to, bool overwrite,
 
 void Files::WriteFile(const QString &path, QByteArrayView content)
 {
-    CheckFolderOf(path);
+    RequireFolderOf(path);
     if (const QFileInfo file(path); file.exists() && !file.isWritable())
         throw RuntimeError(RuntimeError::PermissionDeniedNumber,
                            QStringLiteral("Permission denied: ") + path);

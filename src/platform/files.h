@@ -15,6 +15,8 @@ namespace Files
 {
 
 bool FileExists(const QString &path);
+/// Error 76 when the folder that a file is to lie in is not there, 70 when nothing may be added to it.
+void RequireFolderOf(const QString &path);
 /// With `overwrite` off, a target that exists is error 58 and stays as it is. Others than the user
 /// may do no more with the copy than with its original. `check` gets the path of the complete copy
 /// before it takes its place, and keeps it from that by throwing.

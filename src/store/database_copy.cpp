@@ -19,16 +19,10 @@ constexpr const char *LogSuffixes[] = {"-wal", "-shm", "-journal"};
 
 void RequireRoomFor(const QString &path)
 {
-    const QFileInfo folder(QFileInfo(path).absolutePath());
     if (QFileInfo(path).exists() || QFileInfo(path).isSymLink())
         throw RuntimeError(RuntimeError::FileExistsNumber,
                            QStringLiteral("File already exists: ") + path);
-    if (!folder.isDir())
-        throw RuntimeError(RuntimeError::PathNotFoundNumber,
-                           QStringLiteral("Path not found: ") + path);
-    if (!folder.isWritable())
-        throw RuntimeError(RuntimeError::PermissionDeniedNumber,
-                           QStringLiteral("Permission denied: ") + path);
+    Files::RequireFolderOf(path);
 }
 
 /// Before the first byte is in it, so that nobody else reads along.

@@ -2,15 +2,12 @@
 /// instant, the account is as it was before, or all that was to go is gone and every purchase is
 /// lowered by what its sales took.
 
-#include "account_file.h"
+#include "killed_program.h"
 
 #include "lists/delete_rows.h"
-#include "store/connection.h"
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-#include <QProcess>
 #include <QThread>
 
 #include <random>
@@ -18,22 +15,11 @@
 namespace
 {
 
-std::string Dump(const QString &path)
+std::string DumpOf(const QString &path)
 {
-    Connection account;
-    account.Open(path);
-    std::string text;
-    for (const char *query :
-         {"PRAGMA integrity_check", "SELECT * FROM History ORDER BY ID",
-          "SELECT * FROM PriceHistory ORDER BY ID", "SELECT * FROM DailyProfitLoss ORDER BY ID"}) {
-        Statement row = account.Prepare(QString::fromLatin1(query));
-        while (row.Step()) {
-            for (int i = 0; i < row.ColumnCount(); ++i)
-                text += row.Text(i).toStdString() + "|";
-            text += "\n";
-        }
-    }
-    return text;
+    return DumpRows(path,
+                    {"SELECT * FROM History ORDER BY ID", "SELECT * FROM PriceHistory ORDER BY ID",
+                     "SELECT * FROM DailyProfitLoss ORDER BY ID"});
 }
 
 struct Delete
@@ -44,10 +30,10 @@ struct Delete
     const char *symbol;
 };
 
-class KilledDeleter : public testing::TestWithParam<Delete>
+class KilledDeleter : public testing::TestWithParam<Delete>, protected KilledProgram
 {
 protected:
-    KilledDeleter()
+    KilledDeleter() : KilledProgram(CRASH_DELETER, DumpOf)
     {
         Connection account;
         account.Open(m_original.Path());
@@ -64,58 +50,15 @@ protected:
             "INSERT INTO DailyProfitLoss (Symbol, Name, ProfitLoss, TransDate, Time) "
             "SELECT Symbol, Name, Price, TransDate, Time FROM History WHERE Description = 'Sold'");
         account.Close();
-        m_before = Dump(m_original.Path());
-        AccountFile shorter;
-        Copy(shorter);
-        Start(shorter, {});
-        QElapsedTimer timer;
-        timer.start();
-        WaitForLines(2);
-        m_deleteTime = timer.nsecsElapsed() / 1000;
-        m_program.kill();
-        m_program.waitForFinished();
-        m_after = Dump(shorter.Path());
-        EXPECT_LT(m_after.size(), m_before.size());
+        m_deleteTime = LearnBothStates(Choice());
     }
-    void Copy(const AccountFile &file) const
+    static QStringList Choice()
     {
-        AccountFile::Write(file.Path(), AccountFile::Bytes(m_original.Path()));
-    }
-    void Start(const AccountFile &file, const QStringList &more)
-    {
-        m_told.clear();
-        m_program.start(CRASH_DELETER,
-                        QStringList{file.Path(), QString::number(int(GetParam().table)),
-                                    QString::number(int(GetParam().option)),
-                                    QString::fromUtf8(GetParam().symbol)} +
-                            more);
-        WaitForLines(1);
-    }
-    void WaitForLines(int lines)
-    {
-        while (m_told.count('\n') < lines && m_program.waitForReadyRead())
-            m_told += m_program.readAllStandardOutput();
-    }
-    /// True: all is deleted. Anything but that and the account as it was fails.
-    bool ExpectWhole(const AccountFile &file)
-    {
-        EXPECT_TRUE(m_program.state() == QProcess::NotRunning || m_program.waitForFinished());
-        EXPECT_EQ(m_program.exitStatus(), QProcess::CrashExit);
-        EXPECT_EQ(m_program.readAllStandardError(), QByteArray());
-        m_told += m_program.readAllStandardOutput();
-        const std::string now = Dump(file.Path());
-        EXPECT_TRUE(now == m_before || now == m_after);
-        const bool told = m_told.count('\n') > 1; // the end of the delete
-        EXPECT_TRUE(!told || now == m_after);
-        EXPECT_EQ(file.Listing(), "Broker.mdb");
-        return now == m_after;
+        return {QString::number(int(GetParam().table)), QString::number(int(GetParam().option)),
+                QString::fromUtf8(GetParam().symbol)};
     }
 
-    AccountFile m_original;
-    std::string m_before, m_after;
     qint64 m_deleteTime = 0; ///< microseconds
-    QProcess m_program;
-    QByteArray m_told;
 };
 
 using enum DeleteOption;
@@ -139,7 +82,7 @@ TEST_P(KilledDeleter, AtAnyTimeLeavesTheAccountAsItWasOrWithoutAllThatWasToGo)
         SCOPED_TRACE("run " + std::to_string(run));
         AccountFile file;
         Copy(file);
-        Start(file, {});
+        Start(file, Choice());
         QThread::usleep(static_cast<unsigned long>(delay(random)));
         m_program.kill();
         ExpectWhole(file);
@@ -154,11 +97,9 @@ TEST_P(KilledDeleter, InTheMiddleOfAnyWriteLeavesTheAccountAsItWasOrWithoutAllTh
         SCOPED_TRACE("write " + std::to_string(write));
         AccountFile file;
         Copy(file);
-        Start(file, {QString::number(write)});
-        while (m_told.count('\n') < 2 && m_program.state() == QProcess::Running &&
-               m_program.waitForReadyRead())
-            m_told += m_program.readAllStandardOutput();
-        const bool lived = m_told.count('\n') > 1;
+        Start(file, Choice() << QString::number(write));
+        WaitForLines(2);
+        const bool lived = HasToldItsEnd();
         m_program.kill();
         if (!ExpectWhole(file))
             ++asItWas;

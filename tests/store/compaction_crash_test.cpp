@@ -1,7 +1,7 @@
 /// A program that purges and compacts an account of 20,000 trades while it is killed, or runs on a
 /// full disk or in a folder that it may not write: the account opens afterwards with all its rows.
 
-#include "account_file.h"
+#include "killed_program.h"
 
 #include "store/compaction.h"
 
@@ -22,19 +22,9 @@ namespace
 /// What may never change: the positions, and the shares that are open.
 std::string Dump(const QString &path)
 {
-    Connection account;
-    account.Open(path);
-    std::string text;
-    for (const char *query :
-         {"PRAGMA integrity_check", "SELECT count(*), sum(Shares) FROM PriceHistory",
-          "SELECT sum(Shares) FROM History",
-          "SELECT count(*) FROM History WHERE Description = 'Deposit'"}) {
-        Statement row = account.Prepare(QString::fromLatin1(query));
-        while (row.Step())
-            for (int i = 0; i < row.ColumnCount(); ++i)
-                text += row.Text(i).toStdString() + "|";
-    }
-    return text;
+    return DumpRows(path, {"SELECT count(*), sum(Shares) FROM PriceHistory",
+                           "SELECT sum(Shares) FROM History",
+                           "SELECT count(*) FROM History WHERE Description = 'Deposit'"});
 }
 
 qint64 RowsOf(const QString &path)
