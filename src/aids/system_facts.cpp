@@ -4,7 +4,6 @@
 #include "store/settings.h"
 
 #include <QFile>
-#include <QStorageInfo>
 #include <QSysInfo>
 #include <QThread>
 
@@ -12,6 +11,7 @@
 #include <sys/utsname.h>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace
 {
@@ -71,11 +71,9 @@ QString ProcessorText(const QByteArray &cpuinfo)
 
 QString DiskText(const QString &folder)
 {
-    const QStorageInfo disk(folder);
-    if (!disk.isValid() || disk.bytesTotal() <= 0)
-        return QString();
-    return SizeText(double(disk.bytesTotal()), double(disk.bytesAvailable())) +
-           QStringLiteral(" (%1)").arg(QString::fromUtf8(disk.fileSystemType()));
+    std::error_code error;
+    const auto disk = std::filesystem::space(folder.toStdString(), error);
+    return error ? QString() : SizeText(double(disk.capacity), double(disk.available));
 }
 
 } // namespace

@@ -54,6 +54,15 @@ QPushButton *Form::MakeButton(const char *name, const char *caption)
     return button;
 }
 
+void Form::ShowHelp()
+{
+    auto *cmdHelp = findChild<QPushButton *>(QStringLiteral("cmdHelp"));
+    if (cmdHelp && cmdHelp->isEnabled() && cmdHelp->isVisibleTo(this))
+        cmdHelp->click();
+    else
+        m_program.screens.ShowHelp(QStringLiteral("AboutQuillon.htm"));
+}
+
 void Form::UnloadMe()
 {
     m_program.screens.Unload(objectName());
@@ -64,6 +73,17 @@ void Form::closeEvent(QCloseEvent *event)
     // The frame's close button unloads like the Close button; Screens removes the window then.
     event->ignore();
     Guarded([this] { UnloadMe(); });
+}
+
+bool Form::event(QEvent *event)
+{
+    // The topic of this screen, before the main window takes the key for the contents.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent *>(event)->matches(QKeySequence::HelpContents)) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
 }
 
 void Form::keyPressEvent(QKeyEvent *event)
@@ -92,5 +112,7 @@ void Form::keyPressEvent(QKeyEvent *event)
             }
         }
     }
+    if (event->matches(QKeySequence::HelpContents))
+        return ByUser([this] { ShowHelp(); });
     QWidget::keyPressEvent(event);
 }

@@ -47,6 +47,8 @@ public:
     virtual void Activate() {}
     virtual bool QueryUnload() { return true; }
     virtual void OnUnload() {}
+    /// F1: what the screen's Help button opens; a screen without one names its topic.
+    virtual void ShowHelp();
 
     Placement Where() const { return m_placement; }
     QString Caption() const { return windowTitle(); }
@@ -83,6 +85,7 @@ protected:
     /// The form's caption and " Editor".
     QString CaptionEditor() const { return EditorTitle(Caption()); }
 
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 

@@ -11,13 +11,13 @@ using enum CommandVerb;
 // clang-format off
 constexpr Command Table[] = {
     {"mnuFile", "&File", "", Menu},
-    {"mnuFLNew", "&New Account...", "mnuFile", Entry, Own},
-    {"mnuFLOpenExisting", "&Open Existing...", "mnuFile", Entry, Own},
+    {"mnuFLNew", "&New Account...", "mnuFile", Entry, Own, "", "Ctrl+N"},
+    {"mnuFLOpenExisting", "&Open Existing...", "mnuFile", Entry, Own, "", "Ctrl+O"},
     {"mnuFLSaveAs", "&Save As...", "mnuFile", Entry, Own},
     {"mnuFline1", "", "mnuFile", Separator},
     {"mnuFLScreenPrint", "Screen &Print...", "mnuFile", Menu},
     {"mnuFLSCScreen", "&Screen", "mnuFLScreenPrint", Entry, Own},
-    {"mnuFLSCForm", "&Form", "mnuFLScreenPrint", Entry, Own},
+    {"mnuFLSCForm", "&Form", "mnuFLScreenPrint", Entry, Own, "", "Ctrl+P"},
     {"mnuFLSCClient", "&Client", "mnuFLScreenPrint", Entry, Own},
     {"mnuFLSCActive", "&Active", "mnuFLScreenPrint", Entry, Own},
     {"mnuFline2", "", "mnuFile", Separator},
@@ -28,7 +28,7 @@ constexpr Command Table[] = {
     {"mnuFline3", "", "mnuFile", Separator},
     {"mnuFLUserSetup", "S&ettings...", "mnuFile", Entry, ModalScreen, "frmUserSetup"},
     {"mnuFline4", "", "mnuFile", Separator},
-    {"mnuFLExit", "E&xit", "mnuFile", Entry, Own},
+    {"mnuFLExit", "E&xit", "mnuFile", Entry, Own, "", "Ctrl+Q"},
 
     {"mnuView", "&View", "", Menu},
     {"mnuVWDailyTracker", "Daily &Tracker", "mnuView", Entry, Toggle, "frmDailyTracker"},
@@ -95,7 +95,7 @@ constexpr Command Table[] = {
     {"mnuWinHorizontally", "Tile &Horizontally", "mnuWindow", Entry, Arrange, "1"},
 
     {"mnuHelp", "&Help", "", Menu},
-    {"mnuHelpTopics", "&Help Topics", "mnuHelp", Entry, Own},
+    {"mnuHelpTopics", "&Help Topics", "mnuHelp", Entry, Own, "", "F1"},
     {"mnuHelpAbout", "&About...", "mnuHelp", Entry, ModalScreen, "frmAbout"},
     {"mnuQuillonHome", "&Quillon Home Page", "mnuHelp", Entry, Link},
 
@@ -166,7 +166,7 @@ constexpr Command Table[] = {
     {"New", "New", "", Button, Forward, "mnuFLNew"},
     {"Open", "Open", "", Button, Forward, "mnuFLOpenExisting"},
     {"SaveAs", "Save As", "", Button, Forward, "mnuFLSaveAs"},
-    {"UndoLast", "Undo Last", "", Button, Own},
+    {"UndoLast", "Undo Last", "", Button, Own, "", "Ctrl+Z"},
     {"Setup", "Setup", "", Button, Forward, "mnuFLUserSetup"},
     {"Wizard", "Wizard", "", Button, Own},
     {"SplitScreen", "Split Screen", "", Button, Own},

@@ -46,6 +46,7 @@ struct Command
     CommandKind kind;
     CommandVerb verb = CommandVerb::None;
     const char *target = "";
+    const char *shortcut = ""; ///< "Ctrl+N"; besides the mnemonic
 
     QString Name() const { return QString::fromUtf8(name); }
     QString Caption() const { return QString::fromUtf8(caption); }

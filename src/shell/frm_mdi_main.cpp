@@ -69,6 +69,7 @@ void frmMDIMain::BuildCommands()
         } else {
             auto *action = new QAction(this);
             action->setObjectName(name);
+            action->setShortcut(QKeySequence(QString::fromUtf8(command.shortcut)));
             m_actions.insert(name, action);
             if (command.kind == CommandKind::Button) {
                 action->setIcon(AppIcon(m_program.services.appPath, name));

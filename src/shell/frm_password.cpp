@@ -44,6 +44,11 @@ void frmPassword::Load()
     Status(QStringLiteral("Please enter your Signon ID and password"));
 }
 
+void frmPassword::ShowHelp()
+{
+    m_program.screens.ShowHelp(QStringLiteral("SignOn.html"));
+}
+
 void frmPassword::cmdLogin_Click()
 {
     const QString login = txtLoginID->text();

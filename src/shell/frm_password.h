@@ -12,6 +12,7 @@ class frmPassword : public Form
 public:
     explicit frmPassword(Program &program);
     void Load() override;
+    void ShowHelp() override;
     void OnUnload() override;
 
 private:

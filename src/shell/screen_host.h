@@ -36,6 +36,8 @@ public:
     void Register(const QString &form, Factory factory, const QString &viewEntry = {});
     /// Whether the program has this screen.
     bool Has(const QString &form) const { return m_known.contains(form); }
+    /// All that it has, in no order.
+    QStringList KnownScreens() const { return m_known.keys(); }
 
     bool Show(const QString &form) override;
     bool ShowModal(const QString &form) override;

@@ -268,6 +268,11 @@ void frmDailyTracker::DataGridStock_HeadClick(int column)
 
 // --- keys ---------------------------------------------------------------------------------------
 
+void frmDailyTracker::ShowHelp()
+{
+    m_program.screens.ShowHelp(QStringLiteral("DTDailyTrackerScreen.html"));
+}
+
 bool frmDailyTracker::event(QEvent *event)
 {
     // These keys are this screen's before any mnemonic of the main window can take them.

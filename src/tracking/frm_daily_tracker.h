@@ -26,6 +26,7 @@ class frmDailyTracker : public Form, public CommandTarget
 public:
     explicit frmDailyTracker(Program &program);
 
+    void ShowHelp() override;
     void Load() override;
     /// Unless its entry in the View menu has lost its mark (a reload): writes the balances of
     /// today, offers to take a clear or delete back, and makes final what is left of it.

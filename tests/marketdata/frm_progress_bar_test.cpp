@@ -34,7 +34,7 @@ protected:
         run.Control<QPushButton>("frmProgressBar", "cmdQuestion")->click();
         for (QWidget *window : QApplication::topLevelWidgets())
             if (window->objectName() == "HelpWindow" && window->isVisible())
-                return static_cast<QTextBrowser *>(window)->source().fileName();
+                return window->findChild<QTextBrowser *>()->source().fileName();
         return "(none)";
     }
 

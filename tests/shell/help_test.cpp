@@ -1,14 +1,24 @@
-/// The help as it is delivered: no topic that the program opens is missing, no link leads nowhere.
+/// The help as it is delivered: no topic that the program opens is missing, no link leads nowhere,
+/// and its window shows, lists and finds them all.
 
 #include "shell/help_window.h"
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QDirIterator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTabWidget>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextBrowser>
+
+#include <algorithm>
 
 namespace
 {
@@ -118,15 +128,232 @@ TEST(Help, LeavesTheColoursOfTextAndPageToTheDesktop)
             << file.toStdString();
 }
 
+TEST(Help, ListsEveryPageInTheContentsUnderATitleOfItsOwn)
+{
+    const HelpIndex index(HelpFolder);
+    QSet<QString> links, titles;
+    for (const HelpTopic &topic : index.Contents()) {
+        EXPECT_TRUE(LeadsSomewhere(topic.Link, StartPage)) << topic.Link.toStdString();
+        EXPECT_FALSE(titles.contains(topic.Title)) << topic.Title.toStdString();
+        links.insert(topic.Link);
+        titles.insert(topic.Title);
+    }
+    for (const QString &page : Pages())
+        EXPECT_TRUE(links.contains(page)) << page.toStdString();
+}
+
+TEST(Help, FindsEveryPageByItsTitle)
+{
+    const HelpIndex index(HelpFolder);
+    for (const HelpTopic &topic : index.Contents()) {
+        if (topic.Link.contains(QLatin1Char('#')))
+            continue;
+        const QList<HelpTopic> found = index.Search(topic.Title);
+        EXPECT_TRUE(std::any_of(found.begin(), found.end(), [&topic](const HelpTopic &one) {
+            return one.Link == topic.Link;
+        })) << topic.Title.toStdString();
+    }
+}
+
+/// The window with the start page shown, and what a reader does with it.
+class HelpReader : public testing::Test
+{
+protected:
+    HelpReader()
+    {
+        EXPECT_TRUE(help.ShowTopic(StartPage));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&help));
+    }
+
+    template <class T>
+    T *Part(const char *name)
+    {
+        return help.findChild<T *>(name);
+    }
+    QTextBrowser *Page() { return Part<QTextBrowser>("txtHelpPage"); }
+    QListWidget *Contents() { return Part<QListWidget>("lstHelpContents"); }
+    QListWidget *Found() { return Part<QListWidget>("lstHelpFound"); }
+    QString Shown() { return Page()->source().toString().section(QLatin1Char('/'), -1); }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    void Click(QListWidget *list, const QString &title)
+    {
+        const QList<QListWidgetItem *> items = list->findItems(title, Qt::MatchExactly);
+        ASSERT_EQ(items.size(), 1) << title.toStdString();
+        list->scrollToItem(items.front());
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualItemRect(items.front()).center());
+    }
+    /// As a reader does it: Ctrl+F, and type.
+    void Search(const QString &words)
+    {
+        Press(Qt::Key_F, Qt::ControlModifier);
+        ASSERT_EQ(QApplication::focusWidget(), Part<QLineEdit>("txtHelpSearch"));
+        Press(Qt::Key_Delete); // what stood there is selected
+        QTest::keyClicks(QApplication::focusWidget(), words);
+    }
+    QStringList Marked()
+    {
+        QStringList words;
+        for (const QTextEdit::ExtraSelection &mark : Page()->extraSelections())
+            words << mark.cursor.selectedText();
+        return words;
+    }
+    /// The titles in bold.
+    QString MarkedTopic()
+    {
+        QStringList titles;
+        for (int row = 0; row < Contents()->count(); ++row)
+            if (Contents()->item(row)->font().bold())
+                titles << Contents()->item(row)->text();
+        return titles.join(QLatin1String("; "));
+    }
+
+    HelpWindow help{HelpFolder};
+};
+
+TEST_F(HelpReader, ShowsWhatIsClickedInTheContentsAndMarksIt)
+{
+    EXPECT_EQ(MarkedTopic(), "Quillon Help");
+    Click(Contents(), "Signing on");
+    EXPECT_EQ(Shown(), "SignOn.html");
+    EXPECT_EQ(MarkedTopic(), "Signing on");
+    EXPECT_EQ(Contents()->currentItem()->text(), "Signing on");
+    Click(Contents(), "Accounts and their files");
+    EXPECT_EQ(Shown(), "AboutQuillon.htm#accounts");
+    EXPECT_EQ(MarkedTopic(), "Accounts and their files");
+}
+
+TEST_F(HelpReader, ChoosesInTheContentsByKeys)
+{
+    Contents()->setFocus();
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Shown(), StartPage); // looking only
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Shown(), "AboutQuillon.htm#five");
+}
+
+TEST_F(HelpReader, MarksTheTopicToWhichALinkInThePageLeads)
+{
+    Page()->setSource(Page()->source().resolved(QUrl("USUserSetup.html#nowhere")));
+    EXPECT_EQ(MarkedTopic(), "Settings");
+}
+
+TEST_F(HelpReader, GoesBackAndForwardAndHome)
+{
+    Press(Qt::Key_Left, Qt::AltModifier); // nothing to go back to
+    EXPECT_EQ(Shown(), StartPage);
+    EXPECT_FALSE(Part<QAbstractButton>("cmdBack")->isEnabled());
+    Click(Contents(), "Settings");
+    Click(Contents(), "Signing on");
+    Press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(Shown(), "USUserSetup.html");
+    EXPECT_EQ(MarkedTopic(), "Settings");
+    Press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(Shown(), "SignOn.html");
+    EXPECT_FALSE(Part<QAbstractButton>("cmdForward")->isEnabled());
+    Part<QAbstractButton>("cmdBack")->click();
+    EXPECT_EQ(Shown(), "USUserSetup.html");
+    Press(Qt::Key_Home, Qt::AltModifier);
+    EXPECT_EQ(Shown(), StartPage);
+}
+
+TEST_F(HelpReader, FindsATopicByAWordOfItsTextAndMarksTheWordThere)
+{
+    Search("encrypted");
+    Click(Found(), "Signing on");
+    EXPECT_EQ(Shown(), "SignOn.html");
+    EXPECT_EQ(Marked(), QStringList("encrypted"));
+    EXPECT_TRUE(Page()->textCursor().block().text().contains("encrypted")); // scrolled to
+}
+
+TEST_F(HelpReader, ClosesFromTheSearchToo)
+{
+    Search("encrypted");
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(help.isVisible());
+}
+
+TEST_F(HelpReader, OpensTheBestTopicByEnterAndAnyOtherByAClick)
+{
+    Search("PASSWORD account");
+    ASSERT_GT(Found()->count(), 1);
+    EXPECT_EQ(Part<QLabel>("lblHelpFound")->text(),
+              QStringLiteral("%1 topics").arg(Found()->count()));
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Found()->currentRow(), 0);
+    EXPECT_EQ(MarkedTopic(), Found()->item(0)->text());
+    Click(Found(), "Settings");
+    EXPECT_EQ(Shown(), "USUserSetup.html");
+    EXPECT_TRUE(Marked().contains("password"));
+}
+
+TEST_F(HelpReader, SaysSoWhenNoTopicHoldsTheWords)
+{
+    Search("xyzzy");
+    EXPECT_EQ(Found()->count(), 0);
+    EXPECT_TRUE(Part<QLabel>("lblHelpFound")->isVisible());
+    EXPECT_EQ(Part<QLabel>("lblHelpFound")->text(), "No topic holds these words.");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Shown(), StartPage);
+}
+
+TEST_F(HelpReader, ShowsAndMarksNothingForAnEmptySearch)
+{
+    Search("account");
+    ASSERT_FALSE(Marked().isEmpty());
+    Search("");
+    EXPECT_EQ(Found()->count(), 0);
+    EXPECT_FALSE(Part<QLabel>("lblHelpFound")->isVisible());
+    EXPECT_TRUE(Marked().isEmpty());
+}
+
+TEST_F(HelpReader, ShowsWhatTheProgramOpensWithoutMarksOfTheSearchBefore)
+{
+    Search("account");
+    help.ShowTopic("SignOn.html");
+    EXPECT_TRUE(Marked().isEmpty());
+    EXPECT_EQ(Part<QLineEdit>("txtHelpSearch")->text(), "");
+    EXPECT_TRUE(Contents()->isVisible());
+}
+
+TEST_F(HelpReader, MarksInTheColoursOfTheDesktopWhenTheyChange)
+{
+    Search("account");
+    QPalette dark = help.palette();
+    dark.setColor(QPalette::Highlight, Qt::darkMagenta);
+    help.setPalette(dark);
+    EXPECT_EQ(Page()->extraSelections().front().format.background().color(),
+              QColor(Qt::darkMagenta));
+}
+
+TEST_F(HelpReader, NamesEveryControlAndGivesEachMnemonicOnce)
+{
+    for (const char *name : {"cmdBack", "cmdForward", "cmdHome", "tabHelp", "lstHelpContents",
+                             "txtHelpSearch", "lstHelpFound", "txtHelpPage"})
+        EXPECT_FALSE(Part<QWidget>(name)->accessibleName().isEmpty()) << name;
+    auto *tabs = Part<QTabWidget>("tabHelp");
+    QSet<QKeySequence> keys = {QKeySequence::mnemonic(tabs->tabText(0)),
+                               QKeySequence::mnemonic(tabs->tabText(1))};
+    for (const char *name : {"cmdBack", "cmdForward", "cmdHome"})
+        keys.insert(QKeySequence::mnemonic(Part<QAbstractButton>(name)->text()));
+    EXPECT_EQ(keys.size(), 5);
+    EXPECT_FALSE(keys.contains(QKeySequence()));
+}
+
 TEST(Help, ShowsEveryTopicUnderItsTitle)
 {
     HelpWindow help(HelpFolder);
     for (const QString &page : Pages()) {
         ASSERT_TRUE(help.ShowTopic(page)) << page.toStdString();
-        const QString title = help.document()->metaInformation(QTextDocument::DocumentTitle);
+        const auto *shown = help.findChild<QTextBrowser *>("txtHelpPage");
+        const QString title = shown->document()->metaInformation(QTextDocument::DocumentTitle);
         EXPECT_FALSE(title.isEmpty()) << page.toStdString();
-        // No line is wider than the window: nobody scrolls sideways to read.
-        EXPECT_LE(help.document()->size().width(), help.width()) << page.toStdString();
+        // No line is wider than the page: nobody scrolls sideways to read.
+        EXPECT_LE(shown->document()->size().width(), shown->viewport()->width())
+            << page.toStdString();
     }
 }
 
@@ -138,7 +365,7 @@ TEST(Help, StaysAsItIsWhenThereIsNoSuchTopic)
     ASSERT_TRUE(help.ShowTopic(StartPage));
     EXPECT_FALSE(help.ShowTopic(QStringLiteral("Missing.html")));
     EXPECT_TRUE(help.isVisible());
-    EXPECT_EQ(help.source().fileName(), StartPage);
+    EXPECT_EQ(help.findChild<QTextBrowser *>("txtHelpPage")->source().fileName(), StartPage);
 }
 
 TEST(Help, ClosesWithEscapeAndComesBack)
