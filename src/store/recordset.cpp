@@ -1,6 +1,7 @@
 #include "store/recordset.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -46,7 +47,9 @@ FieldValue ReadValue(const Statement &statement, int column, FieldType type)
 
 void Recordset::Open(Connection &connection, const RecordsetQuery &query)
 {
+    std::vector<Row> room = std::exchange(m_rows, {}); // Read takes it
     Close();
+    m_rows = std::move(room);
     m_connection = &connection;
     m_query = query;
     try {
@@ -80,15 +83,20 @@ void Recordset::Read()
         m_columns.insert(statement.ColumnName(i).toLower(), i - 1);
         m_types.push_back(statement.ColumnType(i));
     }
-    m_rows.clear();
-    while (statement.Step()) {
-        Row row;
+    // In the room of the rows before: a sort reads as many as there were.
+    std::vector<Row> rows = std::exchange(m_rows, {});
+    size_t count = 0;
+    for (; statement.Step(); ++count) {
+        if (count == rows.size())
+            rows.emplace_back();
+        Row &row = rows[count];
         row.id = statement.Int64(0);
-        row.values.reserve(m_types.size());
+        row.values.resize(m_types.size());
         for (size_t i = 0; i < m_types.size(); ++i)
-            row.values.push_back(ReadValue(statement, int(i) + 1, m_types[i]));
-        m_rows.push_back(std::move(row));
+            row.values[i] = ReadValue(statement, int(i) + 1, m_types[i]);
     }
+    rows.resize(count);
+    m_rows = std::move(rows);
     m_current = m_rows.empty() ? -1 : 0;
 }
 
