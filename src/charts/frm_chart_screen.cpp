@@ -4,10 +4,10 @@
 #include "platform/command_groups.h"
 #include "platform/widgets/chart.h"
 #include "platform/widgets/date_field.h"
+#include "program/daily_gains.h"
 #include "program/preferences.h"
 #include "program/select_security.h"
 #include "program/wait_cursor.h"
-#include "tracking/daily_balances.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -164,9 +164,7 @@ void frmChartScreen::Load()
     if (!CheckedChartKind(services.commands)) // opened at the start of the program
         services.commands.SetChecked(QStringLiteral("mnuChartPositions"), true);
     m_kind = *CheckedChartKind(services.commands);
-    if (const Form *tracker = m_program.screens.Find(QStringLiteral("frmDailyTracker")))
-        UpdateDailySecurityBalance(m_program.databases.gConnAccount, m_program.AdodcStockHistory,
-                                   today, services, EditorTitle(tracker->Caption()));
+    RecordTodaysGains(m_program);
     ShowControls();
     ReloadChart();
     ApplyColors();

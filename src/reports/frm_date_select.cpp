@@ -3,9 +3,9 @@
 #include "platform/widgets/data_grid.h"
 #include "platform/widgets/date_field.h"
 #include "platform/widgets/flex_grid.h"
+#include "program/daily_gains.h"
 #include "program/wait_cursor.h"
 #include "reports/report_run.h"
-#include "tracking/daily_balances.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -148,11 +148,7 @@ void frmDateSelect::Load()
     m_program.run.DateSelectOpen = true;
     m_entry = CheckedReport(m_program.services.commands);
     SetDefaults();
-    // The gains of today are in no table yet; while the tracker is closed they do not move.
-    if (m_program.AdodcStockHistory.IsOpen())
-        UpdateDailySecurityBalance(m_program.databases.gConnAccount, m_program.AdodcStockHistory,
-                                   m_program.services.clock.Today(), m_program.services,
-                                   EditorTitle(QStringLiteral("Daily Tracker")));
+    RecordTodaysGains(m_program);
     const bool isTracker = m_entry && m_entry->kind == ReportKind::DailyTracker;
     Status(isTracker ? QStringLiteral("Click OK to create this report")
                      : QStringLiteral("Please select option"));
