@@ -3,14 +3,15 @@
 # The project's folder, wherever it lies and whoever calls from where.
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
-# What a bare Debian 12 lacks; everything else comes along as a dependency. Of the last
-# line are the spreadsheet programs with which the tests read workbooks.
+# What a bare Debian 12 lacks; everything else comes along as a dependency. With the spreadsheet
+# programs the tests read workbooks; with what is below them, our package is made and tried.
 packages=(
     ca-certificates git g++ ccache cmake ninja-build
     qt6-base-dev qt6-charts-dev qt6-httpserver-dev libqt6svg6
     libsqlite3-dev zlib1g-dev libgsf-1-dev pkgconf libgtest-dev libbenchmark-dev
     qt6-webengine-dev fonts-dejavu-core
     libreoffice-calc-nogui gnumeric python3-xlrd
+    dpkg-dev debootstrap xvfb xdotool desktop-file-utils appstream groff-base libglib2.0-bin
 )
 
 say() {
@@ -47,6 +48,20 @@ install_packages() {
         return 1
     fi
     rm -f "$log"
+}
+
+# Makes the Debian package in the build folder $1, and what is needed to try it in a clean Debian.
+make_package() {
+    local log
+    log="$(mktemp)"
+    if ! cmake --build "$1" --target package >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        say "the package could not be made"
+        return 1
+    fi
+    rm -f "$log"
+    "$root/scripts/clean_debian.sh" "$1"
 }
 
 # Configures and builds the preset $1; says nothing but its line unless something fails.

@@ -32,6 +32,8 @@ struct Services
     std::function<bool(const QString &path)> openDocument = {};
     /// Prints a picture on a page of its own, after a preview; throws RuntimeError 482 when that fails.
     std::function<void(const QImage &picture)> printPicture = {};
+    /// Folder of icons/ and help/, which an installed program reads where they were installed.
+    QString programPath = appPath;
 };
 
 /// The application's title, and the title of its boxes: "Quillon Editor".

@@ -30,6 +30,7 @@ struct Selection
 /// Flags and counts of the run.
 struct RunState
 {
+    QString AccountToOpen; ///< named at the start, in place of the one of the last run; or empty
     bool NewAccount = false;
     bool SignOnCancelled = false;
     bool ExitInProgress = false; ///< an exit was tried, even if it was refused

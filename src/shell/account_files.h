@@ -26,6 +26,8 @@ public:
     /// that another program works on, is refused with a message, and the open account stays; a
     /// failure on the way is shown and ends the program.
     void OpenExisting(const QString &path);
+    /// Makes this the account that the next opening of the databases opens.
+    void GoOverTo(const QString &path);
     /// That another program works on the account.
     void TellOpenElsewhere(const QString &path);
 
@@ -34,7 +36,6 @@ private:
     void OrEnd(Steps steps);
     template <class Make>
     std::optional<QString> PickNewAccount(const QString &title, Make make);
-    void GoOverTo(const QString &path);
     FileRequest Request(FileRequest::Kind kind, const QString &title) const;
     void OpenAccountFile(const QString &path);
 

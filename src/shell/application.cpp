@@ -88,6 +88,13 @@ private:
 
 Application::Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime,
                          const QString &settingsFile, const QString &appPath, const QLocale &locale)
+    : Application(clock, dialogs, lifetime, settingsFile, ApplicationFolder{appPath, appPath},
+                  locale)
+{}
+
+Application::Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime,
+                         const QString &settingsFile, const ApplicationFolder &folder,
+                         const QLocale &locale)
     : m_settingsStore(settingsFile), m_formats(locale),
       m_status(std::make_unique<StatusText>(*this)),
       m_clock(std::make_unique<RunClock>(*this, clock)),
@@ -96,8 +103,9 @@ Application::Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime,
     RegisterCommands(m_commands);
     m_program = std::make_unique<Program>(
         Services{*m_clock, dialogs, *m_status, m_commands, *m_lifetime, m_settingsStore, m_formats,
-                 appPath, [this](const QString &topic) { m_host.ShowHelp(topic); }},
+                 folder.appPath, [this](const QString &topic) { m_host.ShowHelp(topic); }},
         m_host);
+    m_program->services.programPath = folder.programPath;
     m_window = std::make_unique<frmMDIMain>(*m_program, m_status->gStatusMessage);
     m_accountFiles = std::make_unique<AccountFiles>(*m_program);
     m_routines = std::make_unique<MainRoutine>(*m_program, *m_window, m_host, *m_accountFiles);

@@ -14,6 +14,7 @@
 #include "platform/settings_store.h"
 #include "program/program.h"
 #include "shell/account_files.h"
+#include "shell/application_folder.h"
 #include "shell/commands.h"
 #include "shell/frm_mdi_main.h"
 #include "shell/main_routine.h"
@@ -25,9 +26,12 @@ class Application
 {
 public:
     /// `lifetime` says what the end of the program does to the process: its End leaves it, or
-    /// throws ProgramEnded. The databases are closed before.
+    /// throws ProgramEnded. The databases are closed before. `appPath` holds icons and help too.
     Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime, const QString &settingsFile,
                 const QString &appPath, const QLocale &locale);
+    /// The same with an application folder that may have these elsewhere.
+    Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime, const QString &settingsFile,
+                const ApplicationFolder &folder, const QLocale &locale);
     ~Application();
     Application(const Application &) = delete;
     Application &operator=(const Application &) = delete;

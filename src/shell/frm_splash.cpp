@@ -27,7 +27,7 @@ frmSplash::frmSplash(Program &program)
 
 void frmSplash::Load()
 {
-    m_picture = AppIcon(m_program.services.appPath, QStringLiteral("splash"))
+    m_picture = AppIcon(m_program.services.programPath, QStringLiteral("splash"))
                     .pixmap(PictureSize, devicePixelRatioF());
     TimerSplash = m_program.services.clock.CreateTimer([this] {
         TimerSplash->SetEnabled(false);

@@ -8,32 +8,73 @@
 #include "shell/app_lifetime.h"
 #include "shell/application.h"
 #include "shell/browser_plugin.h"
+#include "shell/command_line.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
+#include <QFile>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+namespace
+{
+
+QStringList Arguments(int count, char **values)
+{
+    QStringList arguments;
+    for (int index = 0; index < count; ++index)
+        arguments << QFile::decodeName(values[index]);
+    return arguments;
+}
+
+/// The folder this run works on, complete; nothing when it could not be made, which was told.
+std::optional<ApplicationFolder> PrepareFolder(Dialogs &dialogs)
+{
+    const ApplicationFolder folder = ApplicationFolder::Find(
+        QApplication::applicationDirPath(), QStringLiteral(QUILLON_SHARE_PATH),
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    try {
+        folder.Complete();
+        return folder;
+    } catch (const RuntimeError &error) {
+        dialogs.MsgBox(QStringLiteral("Quillon keeps its files in the folder\n%1\n"
+                                      "and could not prepare it.\n%2")
+                           .arg(folder.appPath, ErrorLines(error)),
+                       Box::Stop, EditorTitle());
+        return std::nullopt;
+    }
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
+    const CommandLine commandLine =
+        CommandLine::Read(Arguments(argc, argv), ProgramVersion().Dotted());
+    if (commandLine.exitStatus) {
+        std::fputs(qPrintable(commandLine.output), *commandLine.exitStatus == 0 ? stdout : stderr);
+        return *commandLine.exitStatus;
+    }
+
     PrepareForBrowserPlugin();
     QApplication desktop(argc, argv);
     QApplication::setApplicationName(ApplicationTitle());
     QApplication::setApplicationVersion(ProgramVersion().Dotted());
+    QApplication::setDesktopFileName(
+        QStringLiteral("quillon")); // by which a desktop knows its icon
     // Between the splash and the main window no window is open; the exit sequence ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
-
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Keeps securities portfolios: trades, values and year-end figures."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.process(desktop);
 
     SystemClock clock;
     RealDialogs dialogs;
     ProcessLifetime lifetime;
-    Application application(clock, dialogs, lifetime, SettingsStore::DefaultFileName(),
-                            QApplication::applicationDirPath(), QLocale());
+    const std::optional<ApplicationFolder> folder = PrepareFolder(dialogs);
+    if (!folder)
+        return EXIT_FAILURE;
+    Application application(clock, dialogs, lifetime, SettingsStore::DefaultFileName(), *folder,
+                            QLocale());
     application.OnEnded = [] { QApplication::quit(); };
+    application.State().run.AccountToOpen = commandLine.account;
     application.State().services.openInBrowser = OpenInDefaultBrowser;
     application.State().services.openDocument = OpenInDefaultProgram;
     application.State().services.printPicture = PreviewPicture;

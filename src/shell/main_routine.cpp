@@ -32,6 +32,8 @@ void MainRoutine::Main()
 {
     m_program.run.ClearListDateRange();
     LoadSettings(m_program);
+    if (!m_program.run.AccountToOpen.isEmpty())
+        m_accountFiles.GoOverTo(m_program.run.AccountToOpen);
     m_program.webAddresses = WebAddresses::Load(m_program.services.appPath);
     OpenCurrentDatabases();
     ShowSplash();

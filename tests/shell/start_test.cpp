@@ -209,6 +209,31 @@ TEST_F(Start, EnablesAllMenusAgainForTheNextAccount)
         EXPECT_TRUE(run.Commands().Enabled(name)) << name;
 }
 
+// --- an account named at the start ---------------------------------------------------------------
+
+TEST_F(Start, OpensTheAccountNamedInPlaceOfTheLastOne)
+{
+    run.State().run.AccountToOpen = folder.AddAccount("Broker X12.mdb");
+    EXPECT_TRUE(run.App().Launch());
+    EXPECT_EQ(run.App().MainWindow().Caption(), "Quillon - Broker X12");
+    EXPECT_EQ(run.boxes.Texts(), QStringList());
+    run.App().Exit();
+    EXPECT_EQ(run.SavedOption("CurrentFilePath"), folder.File("Broker X12.mdb"));
+    EXPECT_EQ(run.SavedOption("AccountName"), "Broker X12");
+}
+
+TEST_F(Start, TellsThatTheAccountNamedIsNotThereAndMakesNone)
+{
+    run.State().run.AccountToOpen = folder.File("Gone.mdb");
+    run.boxes.files = {folder.SampleAccount()};
+    EXPECT_TRUE(run.App().Launch());
+    ASSERT_EQ(run.boxes.boxes.size(), 1u);
+    EXPECT_TRUE(
+        run.boxes.boxes[0].text.startsWith("The database Quillon is trying to open is invalid!\n"));
+    EXPECT_FALSE(QFile::exists(folder.File("Gone.mdb")));
+    EXPECT_EQ(run.State().settings.AccountName, "Sample Portfolio");
+}
+
 // --- an account that is none ---------------------------------------------------------------------
 
 TEST_F(Start, AsksForAnotherFileUntilOneIsAnAccount)

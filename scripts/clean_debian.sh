@@ -1,0 +1,94 @@
+#!/usr/bin/env bash
+# Prepares a clean Debian for the test that installs our package in it: the only step of ./test, next
+# to installing packages, that may ask the network.
+#
+#   scripts/clean_debian.sh BUILD      with the package in BUILD/quillon_*.deb
+#
+#   BUILD/clean_debian/base.tar        what debootstrap makes of the release this machine runs
+#   BUILD/clean_debian/archives/       the packages that ours needs beyond that, and no recommended ones
+#   BUILD/clean_debian/needs           what they were fetched for; as long as that holds, nothing is
+#   BUILD/clean_debian/reason          in their place: why it could not be done
+#
+# Packages come from where this machine has its own.
+set -euo pipefail
+
+build="$(cd "$1" && pwd)"
+folder="$build/clean_debian"
+say() {
+    printf 'clean_debian: %s\n' "$*" >&2
+}
+# The test is skipped, with this as its reason.
+give_up() {
+    printf '%s\n' "$*" >"$folder/reason"
+    say "$*"
+    exit 0
+}
+
+mkdir -p "$folder"
+package="$(ls -t "$build"/quillon_*.deb | head -n 1)"
+needs="$(dpkg-deb -f "$package" Architecture Depends)"
+if [[ -f "$folder/base.tar" && "$needs" == "$(cat "$folder/needs" 2>/dev/null)" ]]; then
+    exit 0
+fi
+rm -f "$folder/needs" "$folder/reason"
+
+if [[ $EUID -ne 0 ]]; then
+    sudo -n true 2>/dev/null || give_up "a clean Debian can be made by root alone, and sudo asks"
+    exec sudo -n "$0" "$@"
+fi
+for tool in debootstrap apt-get; do
+    command -v "$tool" >/dev/null || give_up "there is no $tool here"
+done
+
+# Not in the build folder: debootstrap takes no path with blanks.
+work="$(mktemp -d /var/tmp/quillon_clean.XXXXXX)"
+private=()
+if unshare --mount --pid --fork true 2>/dev/null; then
+    private=(unshare --mount --pid --fork --kill-child) # its mounts and processes go with it
+fi
+trap 'rm -rf --one-file-system "$work"' EXIT
+trap 'exit 1' INT TERM HUP
+log="$work/log"
+
+release="$(. /etc/os-release && echo "${VERSION_CODENAME:-}")"
+lists() {
+    apt-get indextargets --format '$(ORIGIN)|$(CODENAME)|$(COMPONENT)|$(REPO_URI)' \
+        'Created-By: Packages' 2>/dev/null
+}
+mirror() {
+    lists | sed -n "s/^Debian|$release|main|//p" | head -n 1
+}
+[[ -n "$(mirror)" ]] || apt-get update >"$log" 2>&1 || true
+[[ -n "$(mirror)" ]] || give_up "this machine has no package source of Debian $release"
+
+if [[ ! -f "$folder/base.tar" ]]; then
+    say "making a clean Debian $release"
+    # The way out that this machine's own package manager has been given.
+    eval "$(apt-config shell proxy Acquire::http::Proxy)"
+    [[ -z "${proxy:-}" || "${proxy:-}" == DIRECT ]] || export http_proxy="${http_proxy:-$proxy}"
+    "${private[@]}" debootstrap --variant=minbase "$release" "$work/root" "$(mirror)" >"$log" 2>&1 ||
+        give_up "debootstrap failed: $(tail -n 1 "$log")"
+    rm -f "$work"/root/var/cache/apt/archives/*.deb "$work"/root/var/lib/apt/lists/*_*
+    tar -C "$work/root" --one-file-system -cf "$work/base.tar" .
+    rm -rf --one-file-system "$work/root"
+    mv "$work/base.tar" "$folder/base.tar"
+fi
+
+# This machine's sources, but the clean system's list of what is installed.
+say "fetching what the package needs"
+mkdir -p "$work/archives/partial" "$work/lib"
+tar -xOf "$folder/base.tar" ./var/lib/dpkg/status >"$work/status"
+fetch() {
+    apt-get --yes --no-install-recommends --download-only \
+        -o Dir::State::status="$work/status" -o Dir::State::extended_states="$work/lib/extended" \
+        -o Dir::Cache::archives="$work/archives" -o Dir::Cache::pkgcache= \
+        -o Dir::Cache::srcpkgcache= -o APT::Keep-Downloaded-Packages=true \
+        -o APT::Sandbox::User=root -o Debug::NoLocking=true install "$package" >"$log" 2>&1
+}
+fetch || { apt-get update && fetch; } >/dev/null 2>&1 ||
+    give_up "what the package needs could not be fetched: $(tail -n 1 "$log")"
+rm -rf "$folder/archives"
+mkdir "$folder/archives"
+mv "$work"/archives/*.deb "$folder/archives/"
+printf '%s\n' "$needs" >"$folder/needs"
+chown -R --reference="$build" "$folder"
