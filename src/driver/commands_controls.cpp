@@ -1,6 +1,9 @@
 #include "driver/commands.h"
 #include "driver/failure.h"
+#include "driver/printing.h"
 #include "driver/widget_actions.h"
+
+#include <QAbstractEventDispatcher>
 
 namespace
 {
@@ -66,11 +69,42 @@ Lines Close(Session &session, const QStringList &arguments)
     return {};
 }
 
+void SavePicture(const QPixmap &picture, const QString &file)
+{
+    if (!picture.save(file, "PNG"))
+        throw Failed(QStringLiteral("%1 cannot be written").arg(file));
+}
+
 Lines Shot(Session &session, const QStringList &arguments)
 {
-    if (!session.Form(arguments[0])->grab().save(arguments[1], "PNG"))
-        throw Failed(QStringLiteral("%1 cannot be written").arg(arguments[1]));
+    SavePicture(session.Form(arguments[0])->grab(), arguments[1]);
     return {};
+}
+
+/// While a transfer waits no command can be carried out: the picture is taken when the event loop
+/// of the wait has nothing to do.
+Lines ShotWhile(Session &session, const QStringList &arguments)
+{
+    const QString form = arguments[0].section(QLatin1Char('.'), 0, 0);
+    const QStringList words = arguments.mid(3);
+    const ScriptCommand &command = FindScriptCommand(words);
+    QPixmap picture;
+    Lines printed;
+    {
+        const QObject whileItRuns; // ends the connection
+        QObject::connect(QAbstractEventDispatcher::instance(),
+                         &QAbstractEventDispatcher::aboutToBlock, &whileItRuns, [&] {
+                             if (picture.isNull() && session.IsLoaded(form) &&
+                                 Printing::TextOf(session.Control(arguments[0])) == arguments[1])
+                                 picture = session.Form(form)->grab();
+                         });
+        printed = command.run(session, words.mid(1));
+    }
+    if (picture.isNull())
+        throw Failed(
+            QStringLiteral("%1 did not show \"%2\" meanwhile").arg(arguments[0], arguments[1]));
+    SavePicture(picture, arguments[2]);
+    return printed;
 }
 
 } // namespace
@@ -88,5 +122,6 @@ QList<ScriptCommand> ControlCommands()
         {"date", "FORM.CONTROL 2026-01-31", 2, 2, false, PickDate},
         {"close", "FORM", 1, 1, false, Close},
         {"shot", "FORM FILE.png", 2, 2, false, Shot},
+        {"shotwhile", "FORM.CONTROL \"text\" FILE.png COMMAND...", 4, -1, false, ShotWhile},
     };
 }

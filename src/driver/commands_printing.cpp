@@ -13,7 +13,7 @@ using Lines = QStringList;
 /// Menu entries, toolbar keys and forms go by their name alone; a control has its form before it.
 bool IsControl(const QString &name)
 {
-    return name.contains(QLatin1Char('.'));
+    return name.contains(QLatin1Char('.')) && !Session::IsCommand(name);
 }
 
 bool IsForm(const QString &name)
@@ -23,7 +23,10 @@ bool IsForm(const QString &name)
 
 Lines Show(Session &session, const QStringList &arguments)
 {
-    return {Printing::TextOf(session.Control(arguments[0]))};
+    const QString &name = arguments[0];
+    if (Session::IsCommand(name))
+        return {session.CommandCaption(name)};
+    return {Printing::TextOf(session.Control(name))};
 }
 
 Lines Enabled(Session &session, const QStringList &arguments)

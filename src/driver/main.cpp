@@ -77,6 +77,7 @@ void PrepareEnvironment(const QTemporaryDir &scratch)
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(scratch.path()));
     qputenv("LC_ALL", "C.UTF-8");
+    qputenv("TZ", "UTC");       // the clock of a script has every hour of the day, and has it once
     qputenv("QT_NO_GLIB", "1"); // only the other event loop tells when it is about to sleep
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
 }

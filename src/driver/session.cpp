@@ -27,9 +27,18 @@ QDateTime StartOfClock()
     return now.addMSecs(-now.time().msec());
 }
 
+/// Menu entries are controls of the main window, and may be written as such.
+const Command *CommandOf(QString name)
+{
+    const QLatin1String window("frmMDIMain.");
+    if (name.startsWith(window))
+        name.remove(0, window.size());
+    return FindCommand(name);
+}
+
 const Command &KnownCommand(const QString &name)
 {
-    const Command *command = FindCommand(name);
+    const Command *command = CommandOf(name);
     if (!command)
         throw ScriptWrong(QStringLiteral("no menu entry or toolbar button \"%1\"").arg(name));
     return *command;
@@ -242,6 +251,16 @@ void Session::PressTool(const QString &key)
         throw ScriptWrong(QStringLiteral("%1 is no toolbar button").arg(key));
     RequireNoModalForm(key);
     Trigger(program, key);
+}
+
+bool Session::IsCommand(const QString &name)
+{
+    return CommandOf(name) != nullptr;
+}
+
+QString Session::CommandCaption(const QString &name)
+{
+    return Program().State().services.commands.Caption(KnownCommand(name).Name());
 }
 
 bool Session::IsCommandEnabled(const QString &name)

@@ -79,6 +79,8 @@ public:
     /// Runs `rightClick`, which brings a popup menu up, and picks the entry from it.
     void TriggerPopup(const QString &name, const std::function<void()> &rightClick);
     void PressTool(const QString &key);
+    static bool IsCommand(const QString &name);
+    QString CommandCaption(const QString &name);
     bool IsCommandEnabled(const QString &name);
     bool IsCommandVisible(const QString &name);
     bool IsCommandChecked(const QString &name);

@@ -8,6 +8,8 @@
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QKeySequence>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPointer>
 #include <QStyleOptionButton>
 #include <QTabBar>
@@ -203,14 +205,33 @@ void RequireUsable(QWidget *control)
         throw Failed(QStringLiteral("%1 is disabled").arg(NameOf(control)));
 }
 
-void Focus(QWidget *control)
+namespace
 {
-    RequireUsable(control);
+
+/// The form of `control` comes to the front. A child form's frame, when it comes there by a focus
+/// that arrives inside, would hand the focus on to another control.
+void BringToFront(QWidget *control)
+{
     if (QApplication::activeWindow() != control->window()) {
         control->window()->raise();
         control->window()->activateWindow();
         QCoreApplication::processEvents();
     }
+    for (QWidget *parent = control; parent; parent = parent->parentWidget()) {
+        auto *frame = qobject_cast<QMdiSubWindow *>(parent);
+        if (!frame || !frame->mdiArea() || frame->mdiArea()->activeSubWindow() == frame)
+            continue;
+        frame->mdiArea()->setActiveSubWindow(frame);
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace
+
+void Focus(QWidget *control)
+{
+    RequireUsable(control);
+    BringToFront(control);
     if (!IsWithin(QApplication::focusWidget(), control)) {
         control->setFocus(Qt::TabFocusReason);
         QCoreApplication::processEvents();
@@ -273,16 +294,17 @@ void Click(QWidget *control)
 void DoubleClick(QWidget *control)
 {
     RequireUsable(control);
-    DoubleClickAt(control, control->rect());
+    // A grid is made of parts; the mouse meets the one that lies there.
+    QWidget *part = control->childAt(control->rect().center());
+    QWidget *target = part ? part : control;
+    const QPoint point = target->mapFrom(control, control->rect().center());
+    DoubleClickAt(target, QRect(point, QSize(1, 1)));
 }
 
 void ClickAt(QWidget *target, const QRect &area, Qt::MouseButton button)
 {
     RequireUsable(target);
-    if (QApplication::activeWindow() != target->window()) {
-        target->window()->activateWindow();
-        QCoreApplication::processEvents();
-    }
+    BringToFront(target);
     QTest::mouseClick(target, button, Qt::NoModifier, area.center());
 }
 

@@ -102,7 +102,10 @@ bool WalkControlRows(Connection &gConnAccount, AccountState &account, QDate toda
             ReadStyle(rows, at, account);
         else if (kind == QLatin1String("WebSite")) {
             account.WebUpdateMinutes = Integer::FromWide(rows.Text(at.field[6]).toInt());
-            account.CurrentWebSiteName = rows.Text(at.field[8]);
+            // A row that names no site leaves the one that the table of sites gave as the default.
+            const QString chosen = rows.Text(at.field[8]);
+            if (!chosen.trimmed().isEmpty())
+                account.CurrentWebSiteName = chosen;
         } else if (kind == QLatin1String("Security"))
             ReadSecurity(rows, at, account);
     }

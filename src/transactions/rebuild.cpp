@@ -65,6 +65,7 @@ void HistoryReplay::Begin()
 void HistoryReplay::Run(const std::function<void(qint64)> &progress)
 {
     NoFiller filler;
+    m_clock.SetByClock();
     m_entry = TransactionEntry();
     m_entry.action = Action::Buy;
     m_entry.NumberOfShares = QStringLiteral("0");
@@ -119,5 +120,6 @@ void HistoryReplay::Commit()
     m_book.Write(m_work.gConnAccount);
     m_guard->Commit();
     m_guard.reset();
+    m_work.rows.Requery();                 // in their order, as behind any posting
     m_work.undo.UndoLast.LotAdded = false; // no undo of what comes next may take a replayed lot
 }

@@ -12,8 +12,9 @@
 /// rows and lots in memory have to be opened anew. AccountBalance and PriorBasisTotal are not
 /// moved. Cost is linear in the ledger.
 ///
-/// Rows and lots bear the time at which the replay began, all the same: lots of one day keep the
-/// order of their making, as their ID has it, also when midnight passes meanwhile.
+/// What is posted bears the time at which Run began, all the same: lots of one day keep the order of
+/// their making, as their ID has it, also when midnight passes meanwhile. Rows that History does not
+/// name keep the time of Begin.
 
 #include "transactions/entry.h"
 #include "transactions/profit_loss_book.h"
@@ -42,11 +43,12 @@ public:
     const TransactionEntry &Entry() const { return m_entry; }
 
 private:
-    /// Stands still for the length of the replay.
+    /// Stands still but for SetByClock.
     class StoppedClock : public Clock
     {
     public:
         explicit StoppedClock(Clock &clock) : m_clock(clock), m_now(clock.Now()) {}
+        void SetByClock() { m_now = m_clock.Now(); }
         QDateTime Now() const override { return m_now; }
         std::unique_ptr<ClockTimer> CreateTimer(std::function<void()> tick) override
         {

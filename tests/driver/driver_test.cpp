@@ -170,6 +170,20 @@ TEST(TheProgramUnderAScript, FiresATimerWhenItFallsDueAndNotBefore)
                              "Logoff in: 7 minutes\nLogoff in: 3 minutes\n");
 }
 
+TEST(TheProgramUnderAScript, HasEveryHourOfADayOnceWhereSummerTimeBeginsAndEnds)
+{
+    const DriverRun run;
+    const QByteArray zone = qgetenv("TZ");
+    qputenv("TZ", "America/New_York");
+    const DriverResult result = run.Run("clock \"2026-03-08 02:30:00\"\nlaunch\n"
+                                        "clock \"2026-11-01 00:30:00\"\nadvance 84600\n"
+                                        "menu mnuEXDetailHistory\n"
+                                        "show frmDateSelect.dtpSelectTo\n");
+    zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.output, "11/2/2026\n");
+}
+
 TEST(TheProgramUnderAScript, MayEndByItselfAndTheScriptGoesOn)
 {
     const DriverRun run;
@@ -333,6 +347,31 @@ TEST(TheEyes, TakeAPictureOfTheWholeWindow)
     const DriverResult result = run.Run("launch\nshot frmMDIMain \"" + picture.toUtf8() + "\"\n");
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(QImage(picture).size(), QSize(1280, 800));
+}
+
+TEST(TheEyes, TakeAPictureOfAFormThatIsUpDuringACommand)
+{
+    const DriverRun run;
+    const QByteArray picture = run.folder.File("about.png").toUtf8();
+    const DriverResult result = run.Run("launch\n"
+                                        "shotwhile frmAbout.lblVersion \"Version 6.0.18\" \"" +
+                                        picture +
+                                        "\" menu mnuHelpAbout\n"
+                                        "close frmAbout\n"
+                                        "expect loaded frmAbout = \"no\"\n");
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_FALSE(QImage(QString::fromUtf8(picture)).isNull());
+}
+
+TEST(TheEyes, FailWhenTheFormDidNotShowTheTextDuringTheCommand)
+{
+    const DriverResult result =
+        DriverRun().Run("launch\nshotwhile frmAbout.lblVersion \"Version 1\" a.png advance 5\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.errors.find("frmAbout.lblVersion did not show \"Version 1\" meanwhile"),
+              std::string::npos)
+        << result.errors;
+    EXPECT_EQ(DriverRun().Run("launch\nshotwhile frmAbout.lblVersion x a.png fly\n").status, 2);
 }
 
 } // namespace

@@ -13,6 +13,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -178,6 +180,31 @@ TEST_F(TheHands, KnowNoKeyThatDoesNotExist)
     EXPECT_EQ(StatusOf([] { WidgetActions::PressKey("Foo"); }), 2);
     EXPECT_EQ(StatusOf([] { WidgetActions::PressKey(""); }), 2);
     EXPECT_EQ(StatusOf([] { WidgetActions::PressKey("A, B"); }), 2);
+}
+
+TEST_F(TheHands, ReachAControlOfAChildFormThatLiesBehindAnother)
+{
+    QMdiArea *area = Add<QMdiArea>("area");
+    QList<QLineEdit *> fields;
+    for (const char *name : {"frmBehind", "frmInFront"}) {
+        auto *child = new QWidget;
+        child->setObjectName(name);
+        auto *lines = new QVBoxLayout(child);
+        for (const char *field : {"txtFirst", "txtSecond"}) {
+            fields.append(new QLineEdit(child));
+            fields.back()->setObjectName(field);
+            lines->addWidget(fields.back());
+        }
+        area->addSubWindow(child)->showMaximized();
+    }
+    Show();
+    WidgetActions::Type(fields[2], "front");
+    WidgetActions::Type(fields[1], "behind");
+    EXPECT_EQ(area->activeSubWindow()->widget()->objectName(), "frmBehind");
+    EXPECT_EQ(fields[1]->text(), "behind");
+    WidgetActions::Click(fields[3]);
+    EXPECT_TRUE(fields[3]->hasFocus());
+    EXPECT_EQ(area->activeSubWindow()->widget()->objectName(), "frmInFront");
 }
 
 TEST_F(TheHands, PressButtonsThatTakeTheFocus)

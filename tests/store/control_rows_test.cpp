@@ -197,6 +197,16 @@ TEST_F(LoadControlRows, TakeTheQuoteSiteOfTheAccount)
     EXPECT_EQ(m_state.CurrentWebSiteName, QString::fromUtf8("Börse (delayed)"));
 }
 
+TEST_F(LoadControlRows, ThatNameNoQuoteSiteLeaveTheDefaultOne)
+{
+    m_account.Execute("INSERT INTO DescriptiveTable (TableName, Field06, Field08) "
+                      "VALUES ('WebSite', '20', ' ')");
+    m_state.CurrentWebSiteName = "Yahoo Finance UK";
+    Load();
+    EXPECT_EQ(m_state.CurrentWebSiteName, "Yahoo Finance UK");
+    EXPECT_EQ(m_state.WebUpdateMinutes, Integer::FromWide(20));
+}
+
 TEST_F(LoadControlRows, TakeSignOnAndLogoff)
 {
     m_account.Execute(

@@ -108,6 +108,34 @@ TEST(Rebuild, ALotHasTheLedgersDateAndTheClocksTime)
     EXPECT_EQ(lots[0].Time, QTime(14, 30, 15));
 }
 
+TEST(Rebuild, WhatIsPostedHasTheTimeOfTheReplayAndTheOtherRowsThatOfTheEmptying)
+{
+    TestAccount account = TestAccount().Row("ACME").Row("BETA");
+    WriteHistory(account, {{"ACME", "Bought", "100", "0", "10", "-1000", "2026-01-05"}});
+    account.At("2026-03-02 14:30:15");
+    account.Entry().RebuildMode = true;
+    HistoryReplay replay(account.Work());
+    replay.Begin();
+    account.At("2026-03-02 14:30:16"); // the wizard reopens the account, and waits
+    replay.Run([](qint64) {});
+    replay.Commit();
+    EXPECT_EQ(account.gRsLots().LotsOf("ACME").at(0).Time, QTime(14, 30, 16));
+    EXPECT_EQ(account.Of("ACME").Time, QTime(14, 30, 16));
+    EXPECT_EQ(account.Of("BETA").Time, QTime(14, 30, 15));
+}
+
+TEST(Rebuild, AnAddedRowStandsInItsPlaceAfterwards)
+{
+    TestAccount account = TestAccount().Row("BETA").Row("DELTA"); // by symbol
+    WriteHistory(account, {{"ACME", "Bought", "300", "0", "10", "-3000", "2026-01-05"}});
+    Replay(account);
+    QStringList symbols;
+    TrackerRecordset &rows = account.Rows();
+    for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext())
+        symbols += rows.Current().Symbol;
+    EXPECT_EQ(symbols.join(' '), "ACME BETA DELTA");
+}
+
 TEST(Rebuild, TheLotsOfADayFollowTheReplayEvenOverMidnight)
 {
     TestAccount account;

@@ -1,0 +1,2 @@
+-- starts from flat_account.sql
+DELETE FROM DailyTracker;
