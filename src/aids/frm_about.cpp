@@ -13,7 +13,6 @@ namespace
 {
 
 constexpr int IconSize = 64;
-constexpr int TextWidth = 360;
 
 } // namespace
 
@@ -42,7 +41,7 @@ void frmAbout::BuildControls()
     auto *picIcon = new QLabel(this);
     picIcon->setObjectName(QStringLiteral("picIcon"));
     picIcon->setAccessibleName(ApplicationTitle());
-    picIcon->setPixmap(AppIcon(m_program.services.appPath, QStringLiteral("quillon"))
+    picIcon->setPixmap(AppIcon(m_program.services.programPath, QStringLiteral("quillon"))
                            .pixmap(QSize(IconSize, IconSize), devicePixelRatioF()));
     auto *lblTitle = MakeLabel("lblTitle", ApplicationTitle());
     QFont heading = lblTitle->font();
@@ -52,7 +51,7 @@ void frmAbout::BuildControls()
     auto *lblVersion = MakeLabel("lblVersion", VersionLine());
     lblVersion->setTextInteractionFlags(Qt::TextSelectableByMouse); // for a letter to the maker
     auto *lblDescription = MakeLabel("lblDescription", DescriptionText());
-    lblDescription->setMinimumWidth(TextWidth);
+    lblDescription->setMinimumWidth(TextSize(60, 1).width());
 
     cmdOK = MakeButton("cmdOK", "&OK");
     cmdOK->setDefault(true);
@@ -92,4 +91,9 @@ void frmAbout::StartSysInfo()
                EditorTitle());
     else
         m_program.screens.ShowModal(QStringLiteral("frmSystemInfo"));
+}
+
+void frmAbout::ShowHelp()
+{
+    m_program.screens.ShowHelp(QStringLiteral("TATipsAbout.html"));
 }

@@ -12,6 +12,7 @@ class frmAbout : public Form
 public:
     explicit frmAbout(Program &program);
     void Load() override;
+    void ShowHelp() override;
 
     /// What is known of the system; nothing when it tells nothing.
     std::function<QList<SystemFact>()> SystemFacts;

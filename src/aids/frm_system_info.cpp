@@ -55,7 +55,7 @@ void frmSystemInfo::BuildControls()
                                            Qt::TextSelectableByKeyboard);
     txtSystemInfo->setTabChangesFocus(true);
     txtSystemInfo->setLineWrapMode(QPlainTextEdit::NoWrap);
-    txtSystemInfo->setMinimumSize(680, 300);
+    txtSystemInfo->setMinimumSize(TextSize(113, 21));
 
     cmdCopy = MakeButton("cmdCopy", "C&opy");
     cmdClose = MakeButton("cmdClose", "&Close");
@@ -81,4 +81,9 @@ void frmSystemInfo::cmdCopy_Click()
 {
     QGuiApplication::clipboard()->setText(txtSystemInfo->toPlainText());
     Status(QStringLiteral("System information copied"));
+}
+
+void frmSystemInfo::ShowHelp()
+{
+    m_program.screens.ShowHelp(QStringLiteral("TATipsAbout.html"));
 }

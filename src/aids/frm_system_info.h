@@ -11,6 +11,7 @@ class frmSystemInfo : public Form
 public:
     explicit frmSystemInfo(Program &program);
     void Load() override;
+    void ShowHelp() override;
 
 private:
     void BuildControls();

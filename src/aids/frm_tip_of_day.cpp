@@ -49,7 +49,7 @@ void frmTipOfDay::BuildControls()
     tip->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     tip->setWidgetResizable(true);
     tip->setWidget(lblTipText);
-    tip->setMinimumSize(460, 130);
+    tip->setMinimumSize(TextSize(76, 9));
 
     chkLoadTipsAtStartup = new QCheckBox(QStringLiteral("&Show Tips at Startup"), this);
     chkLoadTipsAtStartup->setObjectName(QStringLiteral("chkLoadTipsAtStartup"));
@@ -97,4 +97,9 @@ void frmTipOfDay::ShowText(const QString &text)
 {
     lblTipText->setText(text);
     setAccessibleDescription(text); // which a screen reader speaks when the screen comes up
+}
+
+void frmTipOfDay::ShowHelp()
+{
+    m_program.screens.ShowHelp(QStringLiteral("TATipsAbout.html"));
 }

@@ -12,6 +12,7 @@ class frmTipOfDay : public Form
 public:
     explicit frmTipOfDay(Program &program);
     void Load() override;
+    void ShowHelp() override;
 
 private:
     void BuildControls();

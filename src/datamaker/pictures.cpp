@@ -1,5 +1,6 @@
 /// quillon_make_pictures ICONS FOLDER: draws the four pictures of the connection's state as the
-/// 16 x 16 bitmaps that the status bar loads from the application folder.
+/// bitmaps that the status bar loads from the application folder. They are shown 16 pixels wide, of
+/// which a fine screen has four for one.
 
 #include <QCoreApplication>
 #include <QImage>
@@ -11,7 +12,7 @@
 namespace
 {
 
-constexpr int kSide = 16;
+constexpr int kSide = 64;
 
 /// Draws `source` into the bitmap `target`. Bitmaps know no transparency: the drawings fill
 /// their square, and what they leave open at the edges becomes white.

@@ -4,6 +4,8 @@
 #include "marketdata/practice_walk.h"
 #include "store/settings.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace
@@ -102,12 +104,15 @@ QDate DateOfQuery(const QUrlQuery &query, const char *year, const char *month, c
                : QDate();
 }
 
-QString VersionPage()
+/// "/version.xml?number=6.1.0" plays a newer version, so that the notice of it can be looked at.
+QString VersionPage(const QUrlQuery &query)
 {
+    const QString number = query.queryItemValue(QStringLiteral("number"));
+    static const QRegularExpression dotted(QStringLiteral("^[0-9.]+$"));
     return QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                           "<!-- Practice: the version of the program that serves this file. -->\n"
                           "<Quillon>\n<Program_Version>%1</Program_Version>\n</Quillon>\n")
-        .arg(ProgramVersion().Dotted());
+        .arg(dotted.match(number).hasMatch() ? number : ProgramVersion().Dotted());
 }
 
 QString DownloadsPage()
@@ -210,7 +215,7 @@ std::optional<PracticePage> MakePracticePage(const QString &path, const QUrlQuer
     if (path == QLatin1String("/marketmap/"))
         return html(MarketMapPage(now));
     if (path == QLatin1String("/version.xml"))
-        return PracticePage{VersionPage(), QByteArrayLiteral("text/xml; charset=utf-8")};
+        return PracticePage{VersionPage(query), QByteArrayLiteral("text/xml; charset=utf-8")};
     if (path == QLatin1String("/Downloads.html"))
         return html(DownloadsPage());
     if (path == QLatin1String("/VersionChanges.html"))

@@ -1,5 +1,9 @@
 #include "shell/help_window.h"
 
+#include "platform/widgets/focus_frame.h"
+
+#include "shell/help_page.h"
+
 #include <QEvent>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -12,7 +16,6 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextBlock>
-#include <QTextBrowser>
 #include <QUrl>
 
 namespace
@@ -48,9 +51,10 @@ HelpWindow::HelpWindow(const QString &folder) : m_folder(folder), m_index(folder
     BuildControls();
     PlaceControls();
     ConnectControls();
+    new FocusFrame(*this);
     Fill(lstHelpContents, m_index.Contents());
     Search();
-    resize(QSize(980, 620).boundedTo(screen()->availableSize()));
+    resize(QSize(1110, 720).boundedTo(screen()->availableSize())); // a picture fits the page
 }
 
 void HelpWindow::BuildControls()
@@ -71,7 +75,7 @@ void HelpWindow::BuildControls()
     lblHelpFound->setObjectName(QStringLiteral("lblHelpFound"));
     lblHelpFound->setWordWrap(true);
     lstHelpFound = MakeTopicList("lstHelpFound", QStringLiteral("Topics found"));
-    m_page = new QTextBrowser(this);
+    m_page = new HelpPage(this);
     m_page->setObjectName(QStringLiteral("txtHelpPage"));
     m_page->setAccessibleName(QStringLiteral("Topic"));
 }
@@ -118,7 +122,7 @@ void HelpWindow::PlaceControls()
     panes->addWidget(m_page);
     panes->setChildrenCollapsible(false);
     panes->setStretchFactor(1, 1); // a wider window is a wider page
-    panes->setSizes({260, 720});
+    panes->setSizes({260, 850});
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(buttons);
     layout->addWidget(panes, 1);

@@ -10,12 +10,12 @@
 
 #include <QWidget>
 
+class HelpPage;
 class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QTabWidget;
-class QTextBrowser;
 class QUrl;
 
 class HelpWindow : public QWidget
@@ -52,5 +52,5 @@ private:
     QLineEdit *txtHelpSearch = nullptr;
     QLabel *lblHelpFound = nullptr;
     QListWidget *lstHelpFound = nullptr;
-    QTextBrowser *m_page = nullptr;
+    HelpPage *m_page = nullptr;
 };

@@ -514,6 +514,15 @@ TEST(PracticeVersionFile, NamesTheVersionThatRuns)
     EXPECT_FALSE(Page("/version.xml").contains(QLatin1String("Not Found")));
 }
 
+TEST(PracticeVersionFile, PlaysAnotherVersionWhenItsAddressNamesOne)
+{
+    EXPECT_EQ(VersionTextOf(Page("/version.xml?number=6.1.0")), "6.1.0");
+    for (const char *noNumber : {"", "new", "6.1<br>"})
+        EXPECT_EQ(VersionTextOf(Page(QStringLiteral("/version.xml?number=%1").arg(noNumber))),
+                  ProgramVersion().Dotted())
+            << noNumber;
+}
+
 TEST(PracticeDownloads, TellTheVersionAndLeadToTheOtherPage)
 {
     EXPECT_TRUE(Page("/Downloads.html").contains(ProgramVersion().Dotted()));

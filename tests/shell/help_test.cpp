@@ -8,6 +8,7 @@
 #include <QAbstractButton>
 #include <QDir>
 #include <QDirIterator>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -24,7 +25,7 @@ namespace
 {
 
 const QString ProjectFolder = QStringLiteral(QUILLON_PROJECT);
-const QString HelpFolder = ProjectFolder + QStringLiteral("/help");
+const QString HelpFolder = QStringLiteral(QUILLON_DELIVERED) + QStringLiteral("/help");
 const QString StartPage = QStringLiteral("AboutQuillon.htm");
 
 QString TextOf(const QString &path)
@@ -63,6 +64,22 @@ QString PageOf(const QString &link, const QString &from)
 {
     const QString page = link.section(QLatin1Char('#'), 0, 0);
     return page.isEmpty() ? from : page;
+}
+
+struct Picture
+{
+    QString File;
+    QString Told; ///< what it shows, for who does not see it
+};
+
+QList<Picture> PicturesOf(const QString &page)
+{
+    QList<Picture> pictures;
+    const QString text = TextOf(HelpFolder + QLatin1Char('/') + page);
+    for (const QString &tag : Captures(text, QStringLiteral("<img\\b([^>]*)>")))
+        pictures << Picture{Captures(tag, QStringLiteral("src=\"([^\"]*)\"")).value(0),
+                            Captures(tag, QStringLiteral("alt=\"([^\"]*)\"")).value(0)};
+    return pictures;
 }
 
 bool LeadsSomewhere(const QString &link, const QString &from)
@@ -106,6 +123,70 @@ TEST(Help, HasNoLinkThatLeadsNowhere)
             EXPECT_TRUE(LeadsSomewhere(link, page))
                 << link.toStdString() << " in " << page.toStdString();
     }
+}
+
+TEST(Help, HasNoPlaceThatNoLinkLeadsTo)
+{
+    QSet<QString> led;
+    for (const QString &page : Pages())
+        for (const QString &link : LinksOf(page))
+            led.insert(PageOf(link, page) + QLatin1Char('#') + link.section(QLatin1Char('#'), 1));
+    for (const QString &page : Pages())
+        for (const QString &place : Captures(TextOf(HelpFolder + QLatin1Char('/') + page),
+                                             QStringLiteral("name=\"([^\"]*)\"")))
+            EXPECT_TRUE(led.contains(page + QLatin1Char('#') + place))
+                << place.toStdString() << " in " << page.toStdString();
+}
+
+TEST(Help, LeadsToEveryTopicFromAnotherOneThanTheContents)
+{
+    QSet<QString> led = {StartPage};
+    for (const QString &page : Pages()) {
+        const QString text = TextOf(HelpFolder + QLatin1Char('/') + page);
+        const QString read = page == StartPage ? text.section(QStringLiteral("</ul>"), 1) : text;
+        for (const QString &link : Captures(read, QStringLiteral("href=\"([^\"]*)\"")))
+            if (PageOf(link, page) != page)
+                led.insert(PageOf(link, page));
+    }
+    for (const QString &page : Pages())
+        EXPECT_TRUE(led.contains(page)) << page.toStdString();
+}
+
+TEST(Help, ShowsAPictureInEveryTopicThatAScreenOpens)
+{
+    for (const QString &topic : TopicsNamedInSources())
+        EXPECT_FALSE(PicturesOf(topic).isEmpty()) << topic.toStdString();
+}
+
+TEST(Help, HasEveryPictureThatATopicShowsAndTellsWhatItIs)
+{
+    for (const QString &page : Pages())
+        for (const Picture &picture : PicturesOf(page)) {
+            EXPECT_FALSE(QImage(HelpFolder + QLatin1Char('/') + picture.File).isNull())
+                << picture.File.toStdString() << " in " << page.toStdString();
+            EXPECT_GT(picture.Told.size(), 20)
+                << picture.File.toStdString() << " in " << page.toStdString();
+        }
+}
+
+TEST(Help, ShowsEveryPictureThatWasTakenForItAndFitsTheWindow)
+{
+    QSet<QString> shown;
+    for (const QString &page : Pages())
+        for (const Picture &picture : PicturesOf(page))
+            shown.insert(picture.File);
+    qint64 bytes = 0;
+    const QFileInfoList taken = QDir(HelpFolder + QStringLiteral("/pictures")).entryInfoList();
+    for (const QFileInfo &picture : taken) {
+        if (!picture.isFile())
+            continue;
+        bytes += picture.size();
+        EXPECT_TRUE(shown.contains(QStringLiteral("pictures/") + picture.fileName()))
+            << picture.fileName().toStdString();
+        EXPECT_LE(QImage(picture.filePath()).width(), 760) << picture.fileName().toStdString();
+    }
+    EXPECT_GT(bytes, 0);
+    EXPECT_LT(bytes, 2 << 20);
 }
 
 TEST(Help, ReachesEveryTopicFromTheContents)
@@ -194,6 +275,13 @@ protected:
         Press(Qt::Key_Delete); // what stood there is selected
         QTest::keyClicks(QApplication::focusWidget(), words);
     }
+    /// Of the picture in the page, in the units of the page's layout.
+    int ShownWidth(const QString &name)
+    {
+        const QVariant shown = Page()->document()->resource(
+            QTextDocument::ImageResource, QUrl(QStringLiteral("pictures/%1.png").arg(name)));
+        return qRound(shown.value<QImage>().deviceIndependentSize().width());
+    }
     QStringList Marked()
     {
         QStringList words;
@@ -258,6 +346,38 @@ TEST_F(HelpReader, GoesBackAndForwardAndHome)
     EXPECT_EQ(Shown(), "USUserSetup.html");
     Press(Qt::Key_Home, Qt::AltModifier);
     EXPECT_EQ(Shown(), StartPage);
+}
+
+TEST_F(HelpReader, ShowsAPictureAtItsSizeOrAsWideAsANarrowerPage)
+{
+    help.resize(1110, 720);
+    Click(Contents(), "The Daily Tracker");
+    const QImage picture(HelpFolder + "/pictures/daily_tracker.png");
+    EXPECT_EQ(ShownWidth("daily_tracker"), picture.width());
+    help.resize(700, 500);
+    EXPECT_LT(ShownWidth("daily_tracker"), picture.width());
+    EXPECT_GT(ShownWidth("daily_tracker"), 300);
+    EXPECT_LE(Page()->document()->size().width(), Page()->viewport()->width());
+    help.resize(1110, 720);
+    EXPECT_EQ(ShownWidth("daily_tracker"), picture.width());
+}
+
+TEST_F(HelpReader, FitsThePicturesAfterALinkToAnotherPlaceOfTheTopicToo)
+{
+    help.resize(1110, 720);
+    Click(Contents(), "Working with a chart");
+    Page()->setSource(Page()->source().resolved(QUrl("#colours")));
+    EXPECT_EQ(ShownWidth("chart_security_performance"), 760);
+    help.resize(700, 500);
+    EXPECT_LT(ShownWidth("chart_security_performance"), 500);
+}
+
+TEST_F(HelpReader, LeavesASmallPictureAsItIsInANarrowWindow)
+{
+    help.resize(700, 500);
+    Click(Contents(), "Portfolio Selection");
+    EXPECT_EQ(ShownWidth("portfolio_select"),
+              QImage(HelpFolder + "/pictures/portfolio_select.png").width());
 }
 
 TEST_F(HelpReader, FindsATopicByAWordOfItsTextAndMarksTheWordThere)
