@@ -4,6 +4,7 @@
 #include "platform/command_groups.h"
 #include "platform/widgets/chart.h"
 #include "platform/widgets/date_field.h"
+#include "platform/widgets/wrapping_row.h"
 #include "program/daily_gains.h"
 #include "program/preferences.h"
 #include "program/select_security.h"
@@ -91,12 +92,11 @@ void frmChartScreen::BuildLayout()
     interval->setContentsMargins(9, 2, 9, 2); // the frame is to be no higher than need be
     for (QRadioButton *button : {optDaily, optWeekly, optMonthly})
         interval->addWidget(button);
-    auto *head = new QHBoxLayout;
-    for (QWidget *control :
-         std::initializer_list<QWidget *>{m_range.lblFrom, m_range.dtpFrom, m_range.lblTo,
-                                          m_range.dtpTo, lblSymbol, combSymbol, FrameInterval})
-        head->addWidget(control);
-    head->addStretch();
+    auto *head = new WrappingRow;
+    head->AddGroup({m_range.lblFrom, m_range.dtpFrom});
+    head->AddGroup({m_range.lblTo, m_range.dtpTo});
+    head->AddGroup({lblSymbol, combSymbol});
+    head->AddGroup({FrameInterval});
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(m_range.cmdOK); // not in the head, which the pies do without
     buttons->addWidget(cmd3D);
@@ -137,8 +137,8 @@ void frmChartScreen::ConnectControls()
     MSChart->OnSeriesActivated = [this](int series) {
         Guarded([=, this] { MSChart_SeriesActivated(series); });
     };
-    MSChart->OnContextMenu = [this](const QPoint &) {
-        Guarded([this] { m_program.screens.ShowPopup(QStringLiteral("popChartScreen")); });
+    MSChart->OnContextMenu = [this](const QPoint &where) {
+        Guarded([&] { m_program.screens.ShowPopup(QStringLiteral("popChartScreen"), where); });
     };
 }
 
@@ -225,6 +225,10 @@ bool frmChartScreen::RunCommand(const QString &name)
         SaveChartPicture(m_program, MSChart->Picture(), Caption());
     else if (name == QLatin1String("popCHCopyPicture"))
         CopyChartPicture(m_program, MSChart->Picture());
+    else if (name == QLatin1String("popCHSeriesColor"))
+        MSChart_SeriesActivated(std::max(1, MSChart->SelectedSeries()));
+    else if (name == QLatin1String("popCHAreaColor"))
+        MSChart_PlotActivated();
     else
         return false;
     return true;

@@ -54,3 +54,8 @@ void frmPlotSelection::cmdOK_Click()
         ChartAreaChosen = QStringLiteral("Wall");
     UnloadMe();
 }
+
+void frmPlotSelection::ShowHelp()
+{
+    m_program.screens.ShowHelp(QStringLiteral("CHChartScreen.html"));
+}

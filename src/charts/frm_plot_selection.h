@@ -13,6 +13,7 @@ public:
     explicit frmPlotSelection(Program &program);
 
     void Load() override;
+    void ShowHelp() override;
 
 private:
     void cmdOK_Click();

@@ -3,12 +3,15 @@
 #include "platform/widgets/date_field.h"
 #include "platform/widgets/flex_grid.h"
 #include "platform/widgets/list_grid.h"
+#include "platform/widgets/wrapping_row.h"
 #include "program/delete_options.h"
 #include "program/select_security.h"
 #include "program/wait_cursor.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace
 {
@@ -59,17 +62,16 @@ void frmDailyProfitLoss::BuildControls()
     grid.SetUserResizesColumns(NameColumn);
     grid.SetSelectsRows(true);
 
-    cmdHelp = MakeButton("cmdHelp", "&Help");
-    cmdClose = MakeButton("cmdClose", "&Close");
+    cmdHelp = MakeButton("cmdHelp", "Hel&p"); // Alt+H and Alt+C are the main menu's
+    cmdClose = MakeButton("cmdClose", "C&lose");
 }
 
 void frmDailyProfitLoss::BuildLayout()
 {
-    auto *head = new QHBoxLayout;
-    for (QWidget *control : std::initializer_list<QWidget *>{
-             m_range.lblFrom, m_range.dtpFrom, m_range.lblTo, m_range.dtpTo, m_range.cmdOK})
-        head->addWidget(control);
-    head->addStretch();
+    auto *head = new WrappingRow;
+    head->AddGroup({m_range.lblFrom, m_range.dtpFrom});
+    head->AddGroup({m_range.lblTo, m_range.dtpTo});
+    head->AddGroup({m_range.cmdOK});
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(cmdHelp);
@@ -93,10 +95,10 @@ void frmDailyProfitLoss::ConnectControls()
     grid.OnHeaderClick = [this](int column) {
         ByUser([this, column] { MSHFlexGridPL_HeadClick(column); });
     };
-    grid.OnContextMenu = [this](const QPoint &) {
-        Guarded([this] {
+    grid.OnContextMenu = [this](const QPoint &where) {
+        Guarded([&] {
             MSHFlexGridPL_Click(); // the popup is for the marked row
-            m_program.screens.ShowPopup(QStringLiteral("popDailyProfitLoss"));
+            m_program.screens.ShowPopup(QStringLiteral("popDailyProfitLoss"), where);
         });
     };
 }
@@ -165,14 +167,29 @@ void frmDailyProfitLoss::RefreshList()
 
     // A colour chosen later is not for the rows that are there.
     const Settings &settings = m_program.settings;
-    const auto colorOf = [this](double setting) {
-        return setting == 0 ? MSHFlexGridPL->BackColor() : ColorOfValue(setting);
-    };
-    m_rowColor = colorOf(settings.DPAllRowColor);
-    m_totalColor = colorOf(settings.DPTotalRowColor);
+    const QRgb rowColor = ColorOfValue(settings.DPAllRowColor);
+    m_rowColor.reset();
+    if (settings.DPAllRowColor != 0 && rowColor != MSHFlexGridPL->BackColor())
+        m_rowColor = rowColor;
+    m_totalColor = settings.DPTotalRowColor == 0 ? MSHFlexGridPL->BackColor()
+                                                 : ColorOfValue(settings.DPTotalRowColor);
     MSHFlexGridPL->SetMadeRows(1 + int(m_lines.size()),
                                [this](int row, int column) { return CellOf(row, column); });
     MSHFlexGridPL->SetCurrentRow(place);
+    MakeRoomForAmounts();
+}
+
+/// The longest texts are those of the largest gain and of the largest loss.
+void frmDailyProfitLoss::MakeRoomForAmounts()
+{
+    const auto [least, most] = std::minmax_element(
+        m_lines.begin(), m_lines.end(), [](const ProfitLossLine &one, const ProfitLossLine &other) {
+            return one.ProfitLoss < other.ProfitLoss;
+        });
+    for (const auto &line : {least, most})
+        if (line != m_lines.end())
+            MSHFlexGridPL->MakeRoomFor(ProfitLossColumn, m_program.services.formats.Format(
+                                                             line->ProfitLoss, AmountFormat));
 }
 
 FlexCell frmDailyProfitLoss::CellOf(int row, int column) const

@@ -14,6 +14,8 @@
 #include "program/list_date_range.h"
 #include "program/list_refresh.h"
 
+#include <optional>
+
 class FlexGrid;
 
 class frmDailyProfitLoss : public Form, public CommandTarget, public ListScreen
@@ -41,6 +43,7 @@ private:
     void ConnectControls();
 
     FlexCell CellOf(int row, int column) const;
+    void MakeRoomForAmounts();
     const ProfitLossLine *CurrentLine() const;
     void MSHFlexGridPL_Click();
     void MSHFlexGridPL_HeadClick(int column);
@@ -55,7 +58,7 @@ private:
     QDate m_readFrom; ///< the range of the rows that are shown
     QDate m_readTo;
     std::vector<ProfitLossLine> m_lines;
-    QRgb m_rowColor = 0; ///< of the rows as they were filled
+    std::optional<QRgb> m_rowColor; ///< of the rows as they were filled; none: the grid's
     QRgb m_totalColor = 0;
     QString ProfitLossOrderBy; ///< the clause that the rows are sorted by
     ProfitLossGroup SortColumn = ProfitLossGroup::Date;

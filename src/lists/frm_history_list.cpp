@@ -2,6 +2,7 @@
 
 #include "platform/widgets/data_grid.h"
 #include "platform/widgets/date_field.h"
+#include "platform/widgets/wrapping_row.h"
 #include "program/delete_options.h"
 #include "program/select_security.h"
 #include "program/wait_cursor.h"
@@ -66,19 +67,18 @@ void frmHistoryList::BuildControls()
     txtTransCount->setAlignment(Qt::AlignRight);
     txtTransCount->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("9999999")) + 16);
 
-    cmdHelp = MakeButton("cmdHelp", "&Help");
-    cmdClose = MakeButton("cmdClose", "&Close");
+    cmdHelp = MakeButton("cmdHelp", "Hel&p"); // Alt+H and Alt+C are the main menu's
+    cmdClose = MakeButton("cmdClose", "C&lose");
 }
 
 void frmHistoryList::BuildLayout()
 {
-    auto *head = new QHBoxLayout;
-    for (QWidget *control : std::initializer_list<QWidget *>{
-             m_range.lblFrom, m_range.dtpFrom, m_range.lblTo, m_range.dtpTo, m_range.cmdOK})
-        head->addWidget(control);
-    head->addStretch();
-    head->addWidget(lblTransCount);
-    head->addWidget(txtTransCount);
+    auto *head = new WrappingRow;
+    head->AddGroup({m_range.lblFrom, m_range.dtpFrom});
+    head->AddGroup({m_range.lblTo, m_range.dtpTo});
+    head->AddGroup({m_range.cmdOK});
+    head->AddStretch();
+    head->AddGroup({lblTransCount, txtTransCount});
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(cmdHelp);
@@ -110,10 +110,10 @@ void frmHistoryList::ConnectGrid()
         if (button == Qt::LeftButton)
             m_hint->MouseUp();
     };
-    grid.OnContextMenu = [this](const QPoint &) {
-        Guarded([this] {
+    grid.OnContextMenu = [this](const QPoint &where) {
+        Guarded([&] {
             DataGridHistoryList_RowColChange(); // the popup is for the marked row
-            m_program.screens.ShowPopup(QStringLiteral("popHistoryList"));
+            m_program.screens.ShowPopup(QStringLiteral("popHistoryList"), where);
         });
     };
     grid.OnBeforeUpdate = [this](int) {

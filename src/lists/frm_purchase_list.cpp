@@ -56,8 +56,8 @@ void frmPurchaseList::BuildControls()
     DataGridPurchaseList->setToolTip(
         QStringLiteral("Click to select row then right click for popup menu options"));
     DataGridPurchaseList->SetAllowAddNew(true);
-    cmdHelp = MakeButton("cmdHelp", "&Help");
-    cmdClose = MakeButton("cmdClose", "&Close");
+    cmdHelp = MakeButton("cmdHelp", "Hel&p"); // Alt+H and Alt+C are the main menu's
+    cmdClose = MakeButton("cmdClose", "C&lose");
     OnClick(cmdHelp,
             [this] { m_program.screens.ShowHelp(QStringLiteral("PPPurchasePriceList.html")); });
     OnClick(cmdClose, [this] { cmdClose_Click(); });
@@ -80,10 +80,10 @@ void frmPurchaseList::ConnectGrid()
         if (button == Qt::RightButton)
             DataGridPurchaseList->setToolTip(QString());
     };
-    grid.OnContextMenu = [this](const QPoint &) {
-        Guarded([this] {
+    grid.OnContextMenu = [this](const QPoint &where) {
+        Guarded([&] {
             DataGridPurchaseList_RowColChange(); // the popup is for the marked row
-            m_program.screens.ShowPopup(QStringLiteral("popPPPurchasePrice"));
+            m_program.screens.ShowPopup(QStringLiteral("popPPPurchasePrice"), where);
         });
     };
     grid.OnBeforeUpdate = [this](int row) {

@@ -3,6 +3,7 @@
 #include "marketdata/price_list.h"
 #include "platform/widgets/data_grid.h"
 #include "platform/widgets/date_field.h"
+#include "platform/widgets/wrapping_row.h"
 #include "program/select_security.h"
 #include "program/wait_cursor.h"
 
@@ -63,12 +64,11 @@ void frmHistoricalPriceList::BuildLayout()
 {
     auto *lblSymbol = new QLabel(QStringLiteral("&Symbol"), this);
     lblSymbol->setBuddy(combSymbolList);
-    auto *head = new QHBoxLayout;
-    for (QWidget *control :
-         std::initializer_list<QWidget *>{m_range.lblFrom, m_range.dtpFrom, m_range.lblTo,
-                                          m_range.dtpTo, lblSymbol, combSymbolList, m_range.cmdOK})
-        head->addWidget(control);
-    head->addStretch();
+    auto *head = new WrappingRow;
+    head->AddGroup({m_range.lblFrom, m_range.dtpFrom});
+    head->AddGroup({m_range.lblTo, m_range.dtpTo});
+    head->AddGroup({lblSymbol, combSymbolList});
+    head->AddGroup({m_range.cmdOK});
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(cmdHelp);
@@ -103,10 +103,10 @@ void frmHistoricalPriceList::ConnectControls()
         m_program.UserActed();
         m_hint->MouseUp();
     };
-    grid.OnContextMenu = [this](const QPoint &) {
-        Guarded([this] {
+    grid.OnContextMenu = [this](const QPoint &where) {
+        Guarded([&] {
             DataGridHistoricalPriceList_RowColChange(); // the popup is for the marked row
-            m_program.screens.ShowPopup(QStringLiteral("popHistoricalPriceList"));
+            m_program.screens.ShowPopup(QStringLiteral("popHistoricalPriceList"), where);
         });
     };
 }

@@ -28,16 +28,16 @@ void frmNewVersion::BuildControls()
     txtNewVersionMsg->setAccessibleName(QStringLiteral("About the new version"));
     txtNewVersionMsg->setReadOnly(true);
     txtNewVersionMsg->setTabChangesFocus(true);
-    txtNewVersionMsg->setMinimumSize(520, 230);
+    txtNewVersionMsg->setMinimumSize(TextSize(86, 16));
 
+    chkReminderOption =
+        new QCheckBox(QStringLiteral("&Remind me when there is a new version"), this);
+    chkReminderOption->setObjectName(QStringLiteral("chkReminderOption"));
     cmdDownloadNow = MakeButton("cmdDownloadNow", "&Download now");
     cmdDownloadNow->setDefault(true);
     cmdViewReviewHist = MakeButton("cmdViewReviewHist", "&View revision history");
     cmdHelp = MakeButton("cmdHelp", "&Help");
     cmdClose = MakeButton("cmdClose", "&Close");
-    chkReminderOption =
-        new QCheckBox(QStringLiteral("&Remind me when there is a new version"), this);
-    chkReminderOption->setObjectName(QStringLiteral("chkReminderOption"));
 
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(cmdDownloadNow);

@@ -12,7 +12,7 @@ frmProgressBar::frmProgressBar(Program &program)
     lblProgressBar->setObjectName(QStringLiteral("lblProgressBar"));
     ProgressBar->setObjectName(QStringLiteral("ProgressBar"));
     ProgressBar->setTextVisible(false);
-    ProgressBar->setMinimumWidth(280);
+    ProgressBar->setMinimumWidth(TextSize(46, 1).width());
     ProgressBar->setAccessibleName(QStringLiteral("Progress"));
     cmdQuestion->setAccessibleName(QStringLiteral("What is being done?"));
     cmdQuestion->setToolTip(QStringLiteral("Explains what is being done"));
@@ -60,4 +60,9 @@ void frmProgressBar::cmdQuestion_Click()
         m_program.screens.ShowHelp(QStringLiteral("HPWhatImDoing.html"));
     else if (doing.contains(QStringLiteral("Build")))
         m_program.screens.ShowHelp(QStringLiteral("DTWhatImDoing.html"));
+}
+
+void frmProgressBar::ShowHelp()
+{
+    cmdQuestion_Click();
 }

@@ -16,6 +16,7 @@ public:
 
     void ShowProgress(const QString &text, int first, int last) override;
     void MoveProgress(int value) override;
+    void ShowHelp() override;
 
 protected:
     void showEvent(QShowEvent *event) override;

@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "platform/widgets/colors.h"
 #include "platform/widgets/data_grid.h"
+#include "platform/widgets/list_grid.h"
 #include "program/wait_cursor.h"
 
 #include <QApplication>
@@ -102,8 +103,8 @@ void frmQuoteServerUpdate::ConnectGrid()
         m_program.UserActed();
         m_dataGridQuoteUpdate->setToolTip(QString());
     };
-    grid->OnContextMenu = [this](const QPoint &) {
-        m_program.screens.ShowPopup(QStringLiteral("popQSQuoteServer"));
+    grid->OnContextMenu = [this](const QPoint &where) {
+        m_program.screens.ShowPopup(QStringLiteral("popQSQuoteServer"), where);
     };
     m_source.OnFailure = [this](const RuntimeError &error) {
         MsgBox(QStringLiteral("The row could not be stored. It stays as you typed it.\n") +
@@ -329,11 +330,7 @@ bool frmQuoteServerUpdate::RunCommand(const QString &name)
 
 void frmQuoteServerUpdate::ApplyColor()
 {
-    double &color = m_program.settings.QSDataGridColor;
-    if (color == 0)
-        color = ValueOfColor(m_dataGridQuoteUpdate->BackColor());
-    else
-        m_dataGridQuoteUpdate->SetBackColor(ColorOfValue(color));
+    ApplyGridColor(*m_dataGridQuoteUpdate, m_program.settings.QSDataGridColor);
 }
 
 void frmQuoteServerUpdate::ChgDataGridQuoteUpdateColor()

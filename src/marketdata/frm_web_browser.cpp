@@ -64,8 +64,8 @@ frmWebBrowser::frmWebBrowser(Program &program)
     BuildView();
 
     QPushButton *cmdRefresh = MakeButton("cmdRefresh", "&Refresh");
-    QPushButton *cmdHelp = MakeButton("cmdHelp", "Hel&p"); // Alt+H and Alt+C are the main menu's
-    QPushButton *cmdClose = MakeButton("cmdClose", "C&lose");
+    QPushButton *cmdClose = MakeButton("cmdClose", "C&lose"); // Alt+C and Alt+H are the main menu's
+    QPushButton *cmdHelp = MakeButton("cmdHelp", "Hel&p");
     OnClick(cmdRefresh, [this] { cmdRefresh_Click(); });
     OnClick(cmdHelp, [this] { cmdHelp_Click(); });
     OnClick(cmdClose, [this] { UnloadMe(); });
@@ -91,6 +91,13 @@ void frmWebBrowser::BuildView()
     wbBrowser->OnNewWindow = [this](const QUrl &page) {
         ByUser([&] { OpenInternetExplorer(m_program, page.toString(QUrl::FullyEncoded)); });
     };
+}
+
+void frmWebBrowser::showEvent(QShowEvent *event)
+{
+    Form::showEvent(event);
+    if (m_pageOutside) // a caret behind the address would look like a field to write in
+        findChild<QPushButton *>(QStringLiteral("cmdRefresh"))->setFocus();
 }
 
 QSize frmWebBrowser::sizeHint() const

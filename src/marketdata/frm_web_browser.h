@@ -26,6 +26,9 @@ public:
 
     QSize sizeHint() const override;
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     class PageOutside;
     enum class Asked

@@ -150,3 +150,8 @@ void frmWebLogin::OnUnload()
         m_program.priceUpdate.LoginCancelled = true;
     m_program.UserActed();
 }
+
+void frmWebLogin::ShowHelp()
+{
+    m_program.screens.ShowHelp(QStringLiteral("PUPriceUpdate.html"));
+}

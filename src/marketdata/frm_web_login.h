@@ -15,6 +15,7 @@ public:
 
     void Load() override;
     void OnUnload() override;
+    void ShowHelp() override;
 
 private:
     void BuildControls();

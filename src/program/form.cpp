@@ -1,7 +1,45 @@
 #include "program/form.h"
 
+#include "platform/widgets/focus_frame.h"
+
+#include <QButtonGroup>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
+#include <QRadioButton>
+
+namespace
+{
+
+QList<QAbstractButton *> GroupOf(const QRadioButton &radio)
+{
+    if (radio.group())
+        return radio.group()->buttons();
+    return radio.parentWidget()->findChildren<QAbstractButton *>(QString(),
+                                                                 Qt::FindDirectChildrenOnly);
+}
+
+/// Tab goes to the one of a group that is on. Left alone it stops at the first for once, and puts
+/// right only then which one it is to be.
+void LeadTabToTheChosen(QRadioButton &radio)
+{
+    if (!radio.isChecked() || !radio.isEnabledTo(radio.parentWidget()))
+        return; // nobody could come to the group
+    for (QAbstractButton *other : GroupOf(radio))
+        if (qobject_cast<QRadioButton *>(other))
+            other->setFocusPolicy(other == &radio ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+/// What the Menu key does, for keyboards without one.
+void AskForMenu(QWidget &focused)
+{
+    const QPoint place = focused.inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, place, focused.mapToGlobal(place));
+    QCoreApplication::sendEvent(&focused, &asked);
+}
+
+} // namespace
 
 bool RunGuarded(Program &program, const std::function<void()> &handler)
 {
@@ -21,6 +59,7 @@ Form::Form(Program &program, const QString &name, const QString &caption, Placem
 {
     setObjectName(name);
     setWindowTitle(caption);
+    new FocusFrame(*this);
 }
 
 void Form::OnClick(QAbstractButton *button, std::function<void()> handler)
@@ -35,6 +74,11 @@ void Form::ByUser(const std::function<void()> &handler)
         m_program.UserActed();
         handler();
     });
+}
+
+QSize Form::TextSize(int characters, int lines) const
+{
+    return {fontMetrics().averageCharWidth() * characters, fontMetrics().height() * lines};
 }
 
 QSize Form::TenthsOfMainWindow(int width, int height) const
@@ -77,6 +121,12 @@ void Form::closeEvent(QCloseEvent *event)
 
 bool Form::event(QEvent *event)
 {
+    if (event->type() == QEvent::Polish)
+        for (QRadioButton *radio : findChildren<QRadioButton *>()) {
+            LeadTabToTheChosen(*radio);
+            connect(radio, &QAbstractButton::toggled, this,
+                    [radio] { LeadTabToTheChosen(*radio); });
+        }
     // The topic of this screen, before the main window takes the key for the contents.
     if (event->type() == QEvent::ShortcutOverride &&
         static_cast<QKeyEvent *>(event)->matches(QKeySequence::HelpContents)) {
@@ -112,6 +162,8 @@ void Form::keyPressEvent(QKeyEvent *event)
             }
         }
     }
+    if (event->modifiers() == Qt::ShiftModifier && event->key() == Qt::Key_F10 && focusWidget())
+        return AskForMenu(*focusWidget());
     if (event->matches(QKeySequence::HelpContents))
         return ByUser([this] { ShowHelp(); });
     QWidget::keyPressEvent(event);

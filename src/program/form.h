@@ -80,6 +80,8 @@ protected:
     {
         return m_program.services.dialogs.MsgBox(text, buttonsValue, title);
     }
+    /// The size of so many lines of so many characters in the form's font.
+    QSize TextSize(int characters, int lines) const;
     /// A sizeHint in tenths of the main window's inner size; the layout's own while that is unknown.
     QSize TenthsOfMainWindow(int width, int height) const;
     /// The form's caption and " Editor".

@@ -6,6 +6,7 @@
 ///     screens.ShowModal("frmSecurityUpdate");         comes back when it is closed
 ///     if (screens.Loaded("frmInternetTran")) ...
 
+#include <QPoint>
 #include <QString>
 
 class Form;
@@ -28,6 +29,6 @@ public:
 
     /// Opens a topic of the help ("DTTransactionUpdate.html").
     virtual void ShowHelp(const QString &topic) = 0;
-    /// Shows a popup menu of the main window ("popDailyTracker") at the mouse.
-    virtual void ShowPopup(const QString &popup) = 0;
+    /// Shows a popup menu of the main window ("popDailyTracker") at this place of the screen.
+    virtual void ShowPopup(const QString &popup, const QPoint &where) = 0;
 };

@@ -126,18 +126,14 @@ void frmDateSelect::BuildLayout()
     sort->addWidget(optSortByDate);
     sort->addWidget(optSortBySymbol);
     sort->addStretch();
-    auto *below = new QHBoxLayout;
-    below->addWidget(fraSort, 1);
-    below->addSpacing(12);
-    below->addWidget(chkPrintTotals);
-
     auto *buttons = new QHBoxLayout;
+    buttons->addWidget(chkPrintTotals);
     buttons->addStretch();
     for (QPushButton *button : {cmdOK, cmdCancel, cmdHelp})
         buttons->addWidget(button);
     auto *all = new QVBoxLayout(this);
     all->addWidget(fraOptions);
-    all->addLayout(below);
+    all->addWidget(fraSort);
     all->addLayout(buttons);
 }
 

@@ -62,12 +62,12 @@ QString PathOf(const ReportWork &work, const ReportEntry &entry)
     return QFileInfo(work.settings.CurrentFilePath).path() + QLatin1Char('/') + fileName;
 }
 
-void Open(ReportWork &work, const ReportEntry &entry, const QString &path)
+/// Shows the workbook in the user's spreadsheet program; where there is none, tells where it lies.
+void Open(ReportWork &work, const QString &path)
 {
     const Services &services = work.services;
     work.ExcelServerFound = services.openDocument && services.openDocument(path);
-    // A saved workbook lies where the user looks for it; this one he could not find.
-    if (!work.ExcelServerFound && entry.fileName[0] == '\0')
+    if (!work.ExcelServerFound)
         services.dialogs.MsgBox(
             QStringLiteral("No program was found that shows this report. It is in the file\n%1")
                 .arg(path),
@@ -92,6 +92,6 @@ bool RunReport(ReportWork &work, const ReportChoice &choice)
             Box::Ok + Box::Exclamation, EditorTitle(QStringLiteral("Excel")));
         return false;
     }
-    Open(work, entry, path);
+    Open(work, path);
     return true;
 }

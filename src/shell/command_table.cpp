@@ -157,6 +157,9 @@ constexpr Command Table[] = {
     {"popChartScreen", "Chart Menu", "", Popup},
     {"popCHSavePicture", "Save picture…", "popChartScreen", Entry, ToScreen, "frmChartScreen"},
     {"popCHCopyPicture", "Copy picture", "popChartScreen", Entry, ToScreen, "frmChartScreen"},
+    {"popCHline1", "", "popChartScreen", Separator},
+    {"popCHSeriesColor", "Series color…", "popChartScreen", Entry, ToScreen, "frmChartScreen"},
+    {"popCHAreaColor", "Area color…", "popChartScreen", Entry, ToScreen, "frmChartScreen"},
 
     {"popQSQuoteServer", "Quote Server Menu", "", Popup},
     {"popQSPreference", "Preference...", "popQSQuoteServer", Menu},

@@ -41,7 +41,6 @@ void frmBackupRestore::BuildControls()
     filList->setObjectName(QStringLiteral("filList"));
     filList->setAccessibleName(QStringLiteral("Files in the directory"));
     filList->setSelectionMode(QAbstractItemView::NoSelection); // to look at only
-    filList->setFocusPolicy(Qt::ClickFocus);
     lblDrive = new QLabel(this);
     lblDrive->setObjectName(QStringLiteral("lblDrive"));
     lblDrive->setBuddy(drvList);
@@ -70,10 +69,11 @@ void frmBackupRestore::PlaceControls()
     grid->setRowStretch(3, 1);
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
-    dirList->setMinimumSize(280, 260);
-    filList->setMinimumSize(220, 260);
+    dirList->setMinimumSize(TextSize(46, 18));
+    filList->setMinimumSize(TextSize(36, 18));
     setTabOrder(drvList, dirList);
-    setTabOrder(dirList, cmdOK);
+    setTabOrder(dirList, filList);
+    setTabOrder(filList, cmdOK);
     setTabOrder(cmdOK, cmdCancel);
     setTabOrder(cmdCancel, cmdHelp);
 }

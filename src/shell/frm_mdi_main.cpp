@@ -1,17 +1,22 @@
 #include "shell/frm_mdi_main.h"
 
 #include "platform/widgets/app_icon.h"
+#include "program/desktop_colors.h"
 #include "shell/command_table.h"
 #include "shell/recent_menu.h"
 #include "shell/status_bar.h"
+#include "shell/toolbar_keys.h"
+#include "shell/window_list.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QShortcut>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -20,7 +25,7 @@ frmMDIMain::frmMDIMain(Program &program, const QString &gStatusMessage)
       m_toolbar(new QToolBar(QStringLiteral("Toolbar"), this)), m_statusBar(new StatusPanels)
 {
     setObjectName(QStringLiteral("frmMDIMain"));
-    setWindowIcon(AppIcon(program.services.appPath, QStringLiteral("quillon")));
+    setWindowIcon(AppIcon(program.services.programPath, QStringLiteral("quillon")));
     m_area->setObjectName(QStringLiteral("MDIArea"));
     m_area->setAccessibleName(QStringLiteral("Screens"));
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -35,6 +40,7 @@ frmMDIMain::frmMDIMain(Program &program, const QString &gStatusMessage)
     setStatusBar(m_statusBar);
     BuildCommands();
     AddRecentAccounts();
+    ListWindowsIn(*Popup(QStringLiteral("mnuWindow")), *m_area);
     setAcceptDrops(true);
 
     // The user's mouse anywhere on the toolbar counts as an action, also between the buttons.
@@ -45,6 +51,7 @@ frmMDIMain::frmMDIMain(Program &program, const QString &gStatusMessage)
         button->setMouseTracking(true);
         button->installEventFilter(this);
     }
+    AddKeys();
     resize(1180, 740);
 }
 
@@ -72,7 +79,7 @@ void frmMDIMain::BuildCommands()
             action->setShortcut(QKeySequence(QString::fromUtf8(command.shortcut)));
             m_actions.insert(name, action);
             if (command.kind == CommandKind::Button) {
-                action->setIcon(AppIcon(m_program.services.appPath, name));
+                action->setIcon(AppIcon(m_program.services.programPath, name));
                 m_toolbar->addAction(action);
                 m_toolbar->widgetForAction(action)->setObjectName(name);
             } else {
@@ -97,6 +104,24 @@ void frmMDIMain::AddRecentAccounts()
     recent->OnAccount = [this](const QString &path) { ChooseAccount(path); };
     open->setMenu(recent);
     open->setPopupMode(QToolButton::MenuButtonPopup);
+}
+
+/// The keys of a desktop for what the menus do not have.
+void frmMDIMain::AddKeys()
+{
+    auto *toolbar = new ToolbarKeys(*m_toolbar);
+    const auto key = [this](const char *keys, auto act) {
+        connect(new QShortcut(QKeySequence(QLatin1String(keys)), this), &QShortcut::activated, this,
+                act);
+    };
+    key("F6", [toolbar] { toolbar->Toggle(); });
+    key("F10", [this] { menuBar()->setActiveAction(menuBar()->actions().constFirst()); });
+    key("Ctrl+F6", [this] { m_area->activateNextSubWindow(); });
+    key("Ctrl+Shift+F6", [this] { m_area->activatePreviousSubWindow(); });
+    key("Alt+-", [this] {
+        if (QMdiSubWindow *child = m_area->activeSubWindow())
+            child->showSystemMenu();
+    });
 }
 
 void frmMDIMain::ChooseAccount(const QString &path)
@@ -125,12 +150,13 @@ void frmMDIMain::UpdateConnectIcon()
         return;
     m_connectIconOn = on;
     Action(QStringLiteral("Connect"))
-        ->setIcon(AppIcon(m_program.services.appPath,
+        ->setIcon(AppIcon(m_program.services.programPath,
                           on ? QStringLiteral("ConnectOn") : QStringLiteral("ConnectOff")));
 }
 
 void frmMDIMain::Load()
 {
+    TakeDesktopColor();
     UpdateCaption();
     showMaximized();
     m_program.run.ScreenWidth = m_area->viewport()->width();
@@ -153,6 +179,19 @@ void frmMDIMain::UpdateStatusBar()
 {
     m_statusBar->Update(m_program, m_statusMessage);
     UpdateConnectIcon();
+}
+
+void frmMDIMain::TakeDesktopColor()
+{
+    FollowDesktopColor(m_program.settings, m_program.services.settingsStore,
+                       palette().color(QPalette::Active, QPalette::Base).rgb());
+}
+
+void frmMDIMain::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && isVisible()) // the settings are read by then
+        TakeDesktopColor();
 }
 
 void frmMDIMain::closeEvent(QCloseEvent *event)

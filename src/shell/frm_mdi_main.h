@@ -50,6 +50,7 @@ public:
     std::function<void()> OnClose;
 
 protected:
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     /// One file that ends in ".mdb" can be dropped while an account can be opened.
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -59,10 +60,12 @@ protected:
 private:
     void BuildCommands();
     void AddRecentAccounts();
+    void AddKeys();
     void ChooseAccount(const QString &path);
     /// The account that is dragged over the window; empty when it cannot be opened.
     QString DroppedAccount(const QDropEvent &event) const;
     void UpdateConnectIcon();
+    void TakeDesktopColor();
 
     Program &m_program;
     const QString &m_statusMessage;

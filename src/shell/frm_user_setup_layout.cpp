@@ -90,6 +90,7 @@ QWidget *frmUserSetup::BuildStartupPage()
     for (QCheckBox *screen : {chkDailyTracker, chkHistoryList, chkDailyProfitLoss, chkPurchaseList,
                               chkChart, chkBrowserScreen, chkHistoricalPriceList})
         RowsOf(screens)->addWidget(screen);
+    RowsOf(screens)->addStretch();
 
     QGroupBox *arrange = Frame(page, "Arrange screens at startup as:");
     optNormal = Option(arrange, "optNormal", "Normal", "Each screen in its own size");
@@ -124,8 +125,9 @@ QWidget *frmUserSetup::BuildPortfolioPage()
     auto *page = new QWidget(SSTab);
 
     QGroupBox *balance = Frame(page, "Portfolio Balance:");
-    txtBalance = Amount(balance, "txtBalance", "Portfolio balance",
-                        "What the whole account is worth; written as soon as the field is left");
+    txtBalance =
+        Amount(balance, "txtBalance", "Portfolio balance",
+               "What the whole account is worth; written as soon as the field is left", 22);
     Row(RowsOf(balance), {Words(balance, "Amount"), txtBalance});
 
     QGroupBox *reset = Frame(page, "Reset ToDate amounts:");

@@ -4,7 +4,7 @@
 #include "shell/help_window.h"
 #include "shell/mdi_arrange.h"
 
-#include <QCursor>
+#include <QApplication>
 #include <QEventLoop>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -15,6 +15,53 @@
 
 #include <algorithm>
 #include <utility>
+
+namespace
+{
+
+/// Frames give the focus to a child's first control, even a disabled one, which refuses it: the keys
+/// would then stay with the screen of before, and with the next return to the window that screen.
+void EnsureFocusWithin(QWidget &form)
+{
+    const QWidget *focused = form.window()->focusWidget();
+    if (focused && form.isAncestorOf(focused))
+        return;
+    for (QWidget *next = form.nextInFocusChain(); next != &form && form.isAncestorOf(next);
+         next = next->nextInFocusChain()) {
+        if ((next->focusPolicy() & Qt::TabFocus) && next->isEnabled() && next->isVisible()) {
+            next->setFocus();
+            return;
+        }
+    }
+}
+
+/// Moves a window whose lower or right end is out of the user's reach.
+void KeepOnDesktop(QWidget &window)
+{
+    const QRect desktop = window.screen()->availableGeometry();
+    const QRect frame = window.frameGeometry();
+    const auto within = [](int at, int size, int from, int space) {
+        return std::clamp(at, from, from + std::max(0, space - size));
+    };
+    const QPoint place(within(frame.x(), frame.width(), desktop.x(), desktop.width()),
+                       within(frame.y(), frame.height(), desktop.y(), desktop.height()));
+    if (place != frame.topLeft())
+        window.move(place);
+}
+
+/// The frame of a child. What hides gives the focus to the next control, as Tab does; a maximized
+/// frame hides for a moment whenever another one comes to the front or goes. The screen would be found
+/// with the focus elsewhere each time one returns to it.
+class ChildFrame : public QMdiSubWindow
+{
+protected:
+    bool focusNextPrevChild(bool next) override
+    {
+        return isVisible() && QMdiSubWindow::focusNextPrevChild(next);
+    }
+};
+
+} // namespace
 
 struct ScreenHost::LoadedScreen
 {
@@ -141,7 +188,9 @@ void ScreenHost::DisplayChild(LoadedScreen &screen)
     if (!screen.subWindow) {
         // Measured before the frame takes it: what the layout asks for, but never beyond the area.
         const QSize wanted = screen.form->sizeHint();
-        screen.subWindow = area->addSubWindow(screen.form);
+        screen.subWindow = new ChildFrame;
+        screen.subWindow->setWidget(screen.form);
+        area->addSubWindow(screen.subWindow);
         screen.subWindow->setAttribute(Qt::WA_DeleteOnClose, false);
         screen.subWindow->setWindowIcon(m_window->windowIcon());
         if (m_program->settings.ArgMaximize) {
@@ -160,6 +209,7 @@ void ScreenHost::DisplayChild(LoadedScreen &screen)
         screen.subWindow->show();
     screen.form->show();
     area->setActiveSubWindow(screen.subWindow);
+    EnsureFocusWithin(*screen.form);
     // The first web page makes the desktop take the main window for a new one, of its usual size.
     QWindow *desktop = m_window->windowHandle();
     if (desktop && m_window->isMaximized() && !(desktop->windowStates() & Qt::WindowMaximized))
@@ -177,6 +227,7 @@ void ScreenHost::DisplayWindow(LoadedScreen &screen, Qt::WindowFlags type)
         form->move(around.center() - form->rect().center());
     }
     form->show();
+    KeepOnDesktop(*form); // it may have grown as it came up
     form->raise();
     form->activateWindow();
 }
@@ -319,14 +370,14 @@ void ScreenHost::ShowHelp(const QString &topic)
 {
     if (!m_help)
         m_help =
-            std::make_unique<HelpWindow>(m_program->services.appPath + QStringLiteral("/help"));
+            std::make_unique<HelpWindow>(m_program->services.programPath + QStringLiteral("/help"));
     if (!m_help->ShowTopic(topic))
         m_program->services.status.Post(
             QStringLiteral("The help topic %1 was not found").arg(topic));
 }
 
-void ScreenHost::ShowPopup(const QString &popup)
+void ScreenHost::ShowPopup(const QString &popup, const QPoint &where)
 {
     if (QMenu *menu = m_window->Popup(popup))
-        menu->popup(QCursor::pos());
+        menu->popup(where);
 }

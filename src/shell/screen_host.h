@@ -46,7 +46,7 @@ public:
     bool Loaded(const QString &form) const override { return Find(form) != nullptr; }
     Form *Find(const QString &form) const override;
     void ShowHelp(const QString &topic) override;
-    void ShowPopup(const QString &popup) override;
+    void ShowPopup(const QString &popup, const QPoint &where) override;
 
     /// In the order of loading.
     QStringList LoadedScreens() const;

@@ -68,9 +68,10 @@ FieldEdit *Number(QWidget *parent, const char *name, const char *accessibleName,
     return field;
 }
 
-FieldEdit *Amount(QWidget *parent, const char *name, const char *accessibleName, const char *tip)
+FieldEdit *Amount(QWidget *parent, const char *name, const char *accessibleName, const char *tip,
+                  int characters)
 {
-    FieldEdit *field = Field(parent, name, accessibleName, tip, 14);
+    FieldEdit *field = Field(parent, name, accessibleName, tip, characters);
     field->SetAllowedKeys(QStringLiteral("0123456789., -"));
     return field;
 }
@@ -112,8 +113,17 @@ QBoxLayout *RowsOf(QGroupBox *frame)
 void Row(QBoxLayout *rows, std::initializer_list<QWidget *> controls)
 {
     auto *row = new QHBoxLayout;
-    for (QWidget *control : controls)
-        row->addWidget(control);
+    QBoxLayout *place = row;
+    for (QWidget *control : controls) {
+        if (dynamic_cast<FieldEdit *>(control)) {
+            place = new QHBoxLayout;
+            place->setSpacing(1);
+            row->addLayout(place);
+        } else if (!dynamic_cast<UpDown *>(control)) {
+            place = row;
+        }
+        place->addWidget(control);
+    }
     row->addStretch();
     rows->addLayout(row);
 }

@@ -33,8 +33,9 @@ QCheckBox *Check(QWidget *parent, const char *name, const char *caption, const c
 QRadioButton *Option(QWidget *parent, const char *name, const char *caption, const char *tip);
 /// A field for a whole number.
 FieldEdit *Number(QWidget *parent, const char *name, const char *accessibleName, const char *tip);
-/// A field for money or a share count.
-FieldEdit *Amount(QWidget *parent, const char *name, const char *accessibleName, const char *tip);
+/// A field for money or a share count of so many characters.
+FieldEdit *Amount(QWidget *parent, const char *name, const char *accessibleName, const char *tip,
+                  int characters = 14);
 UpDown *Arrows(FieldEdit *buddy, const char *name, int lowest, int highest);
 QLabel *Words(QWidget *parent, const char *text);
 /// Words that break into lines where the page ends.
@@ -43,6 +44,7 @@ QLabel *Note(QWidget *parent, const char *text);
 /// A frame of the page whose rows go into its layout.
 QGroupBox *Frame(QWidget *page, const char *caption);
 QBoxLayout *RowsOf(QGroupBox *frame);
+/// Arrows stand close to the field before them.
 void Row(QBoxLayout *rows, std::initializer_list<QWidget *> controls);
 
 /// The page in a view that is always as wide as it, and scrolls on a desktop that is too low.

@@ -1,7 +1,12 @@
 #include "shell/status_bar.h"
 
+#include "platform/widgets/colors.h"
+
+#include <QEvent>
+#include <QIcon>
 #include <QLabel>
-#include <QPixmap>
+
+#include <algorithm>
 
 namespace
 {
@@ -11,6 +16,8 @@ constexpr int LogoffPanel = 2;
 constexpr int LastUpdatePanel = 3;
 constexpr int PicturePanel = 4;
 constexpr int UpdatePanel = 5;
+
+constexpr int PictureSide = 16;
 
 /// Nothing for a state that leaves the picture alone.
 QString PictureOf(int connectionState)
@@ -87,6 +94,26 @@ StatusPanels::StatusPanels()
         else
             addPermanentWidget(panel);
     }
+    ApplyColors();
+}
+
+void StatusPanels::ApplyColors()
+{
+    // What is off is said to be read; a desktop's grey for controls that cannot be used is too faint.
+    const QColor dimmed = Dimmed(palette().color(QPalette::Active, QPalette::Window),
+                                 palette().color(QPalette::Active, QPalette::WindowText));
+    if (palette().color(QPalette::Disabled, QPalette::WindowText) == dimmed)
+        return;
+    QPalette colors; // the others stay the desktop's
+    colors.setColor(QPalette::Disabled, QPalette::WindowText, dimmed);
+    setPalette(colors);
+}
+
+void StatusPanels::changeEvent(QEvent *event)
+{
+    QStatusBar::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        ApplyColors();
 }
 
 void StatusPanels::Update(const Program &program, const QString &gStatusMessage)
@@ -126,7 +153,10 @@ void StatusPanels::ShowConnectionState(int state, const QString &appPath)
     if (file.isEmpty() || file == m_pictureFile)
         return;
     QLabel *panel = m_panels[PicturePanel - 1];
-    panel->setPixmap(QPixmap(appPath + QLatin1Char('/') + file));
+    // Bitmaps are finer than their place, for screens of a high resolution.
+    const int side = std::max(PictureSide, fontMetrics().height());
+    panel->setPixmap(QIcon(appPath + QLatin1Char('/') + file)
+                         .pixmap(QSize(side, side), panel->devicePixelRatioF()));
     panel->setFixedSize(panel->sizeHint()); // with the same size the bar is not laid out anew
     panel->setToolTip(MeaningOf(state));
     m_pictureFile = file;
@@ -136,6 +166,7 @@ void StatusPanels::SetPanel(int panel, const QString &text, bool enabled)
 {
     QLabel *label = m_panels[size_t(panel - 1)];
     label->setText(text);
+    label->setAccessibleDescription(text); // beside the name that says what it is
     label->setEnabled(enabled);
 }
 

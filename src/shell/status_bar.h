@@ -28,7 +28,11 @@ public:
     QString PanelText(int panel) const;
     bool PanelEnabled(int panel) const;
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    void ApplyColors();
     void SetPanel(int panel, const QString &text, bool enabled);
     void ShowConnectionState(int state, const QString &appPath);
 

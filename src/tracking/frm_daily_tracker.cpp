@@ -63,11 +63,11 @@ void frmDailyTracker::BuildGrids()
         ByUser([this, column] { DataGridStock_HeadClick(column); });
     };
     m_dataGridStock->OnMouseUp = [this](Qt::MouseButton) { m_hint->MouseUp(); };
-    m_dataGridStock->OnContextMenu = [this](const QPoint &) {
-        Guarded([this] {
+    m_dataGridStock->OnContextMenu = [this](const QPoint &where) {
+        Guarded([&] {
             // A list screen may have selected another security: the popup is for the marked row.
             DataGridStock_RowColChange();
-            m_program.screens.ShowPopup(QStringLiteral("popDailyTracker"));
+            m_program.screens.ShowPopup(QStringLiteral("popDailyTracker"), where);
         });
     };
 }

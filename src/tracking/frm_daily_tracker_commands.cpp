@@ -179,6 +179,7 @@ void frmDailyTracker::BuildTotals()
         ++column;
         m_flexGridTotals->SetText(0, column, QString::fromUtf8(total.heading));
         m_flexGridTotals->SetColumnWidth(column, total.width);
+        m_flexGridTotals->MakeRoomFor(column, QString::fromUtf8(total.heading));
         m_flexGridTotals->SetColumnAlignment(column, Qt::AlignRight);
     }
     m_flexGridTotals->setFixedHeight(m_flexGridTotals->FullHeight());
@@ -187,8 +188,11 @@ void frmDailyTracker::BuildTotals()
 void frmDailyTracker::UpdatePortfolioTotals()
 {
     int column = 0;
-    for (const TotalColumn &total : totalColumns)
-        m_flexGridTotals->SetText(1, ++column, total.text(m_program));
+    for (const TotalColumn &total : totalColumns) {
+        const QString text = total.text(m_program);
+        m_flexGridTotals->SetText(1, ++column, text);
+        m_flexGridTotals->MakeRoomFor(column, text); // an amount with its end cut off would mislead
+    }
     m_flexGridTotals->SetCellBackColor(1, BalanceColumn,
                                        ColorOfValue(m_program.settings.DTBalanceColColor));
 }
@@ -211,7 +215,10 @@ void frmDailyTracker::ApplyColors()
 void frmDailyTracker::ShowDataGridColor()
 {
     // The label takes the grid's colour, so that the summary reads as a part of it.
-    m_lblGrandTotal->setPalette(PaletteOn(QColor(m_dataGridStock->BackColor()), palette()));
+    const QColor back(m_dataGridStock->BackColor());
+    m_lblGrandTotal->setPalette(back == palette().color(QPalette::Active, QPalette::Base)
+                                    ? QPalette() // goes on following the desktop
+                                    : PaletteOn(back, palette()));
     m_lblGrandTotal->setBackgroundRole(QPalette::Base);
     m_lblGrandTotal->setForegroundRole(QPalette::Text);
 }

@@ -93,7 +93,7 @@ void frmSecurityUpdate::BuildClassesTab()
     DataGridAssetClass->setAccessibleName(QStringLiteral("Asset classes"));
     DataGridAssetClass->setToolTip(
         QStringLiteral("Type a class or pick one from its list; Delete removes the row"));
-    DataGridAssetClass->setMinimumSize(500, 200);
+    DataGridAssetClass->setMinimumSize(TextSize(83, 14));
     DataGridAssetClass->SetSource(AssetClassColumns(), &m_source);
     DataGridAssetClass->SetAllowAddNew(true);
 

@@ -600,7 +600,7 @@ TEST_F(ChartScreen, CopiesItsPicture)
     EXPECT_EQ(Status(), "The picture was copied");
 }
 
-TEST_F(ChartScreen, OffersThePicturesOnARightClick)
+TEST_F(ChartScreen, OffersPicturesAndColoursOnARightClick)
 {
     TwoSecurities();
     OpenChart("mnuChartPositions");
@@ -611,7 +611,8 @@ TEST_F(ChartScreen, OffersThePicturesOnARightClick)
     QStringList captions;
     for (const QAction *action : popup->actions())
         captions << action->text();
-    EXPECT_EQ(captions, QStringList({"Save picture…", "Copy picture"}));
+    EXPECT_EQ(captions,
+              QStringList({"Save picture…", "Copy picture", "", "Series color…", "Area color…"}));
     popup->close();
 }
 

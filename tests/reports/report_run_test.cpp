@@ -144,25 +144,21 @@ TEST_F(ReportRun, GivesEachDailyTrackerReportAFileOfItsOwnThatIsNotBesideTheAcco
     EXPECT_EQ(m_account.File().Listing(), before);
 }
 
-TEST_F(ReportRun, GoesWithoutAProgramThatShowsWorkbooks)
+TEST_F(ReportRun, SaysWhereTheWorkbookLiesWhenNoProgramShowsIt)
 {
+    const auto noProgram = [](const QString &path) {
+        return "Excel Editor|64|No program was found that shows this report. It is in the file\n" +
+               path.toStdString();
+    };
     m_hasProgram = false;
-    EXPECT_TRUE(Run(ReportKind::Summary));
+    EXPECT_TRUE(Run(ReportKind::DailyTracker));
     EXPECT_FALSE(m_isFound);
-    EXPECT_TRUE(m_machine.dialogs.Boxes().empty());
     m_machine.services.openDocument = nullptr;
     EXPECT_TRUE(Run(ReportKind::Summary));
     EXPECT_FALSE(m_isFound);
-}
-
-TEST_F(ReportRun, SaysWhereAnUnsavedWorkbookLiesThatNoProgramShows)
-{
-    m_hasProgram = false;
-    EXPECT_TRUE(Run(ReportKind::DailyTracker));
     EXPECT_EQ(m_machine.dialogs.Boxes(),
-              Lines({"Excel Editor|64|No program was found that shows this report. It is in the "
-                     "file\n" +
-                     m_unsaved.filePath("Daily Tracker.xls").toStdString()}));
+              Lines({noProgram(m_unsaved.filePath("Daily Tracker.xls")),
+                     noProgram(m_account.File().In("Summary.xls"))}));
 }
 
 TEST_F(ReportRun, NamesTheFileAndTheReasonWhenItCannotBeWritten)

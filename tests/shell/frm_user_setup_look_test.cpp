@@ -93,15 +93,16 @@ class SetupIn : public testing::TestWithParam<Country>
 TEST(UserSetupKeys, TabComesToTheFieldsOfEachPageAsTheyAreRead)
 {
     OpenSetup setup;
+    // Of options that go together, the one that is on.
     const QStringList pages[] = {
         {"chkNotify", "txtBackupDays", "chkAverage", "txtAverageTrans", "chkDailyTracker",
          "chkHistoryList", "chkDailyProfitLoss", "chkPurchaseList", "chkChart", "chkBrowserScreen",
-         "chkHistoricalPriceList", "optNormal", "chkShowTips", "chkVersionReminder"},
+         "chkHistoricalPriceList", "optMaximize", "chkShowTips", "chkVersionReminder"},
         {"txtBalance", "chkNeverReset", "txtResetMonths", "dtpResetDate", "chkLogoff",
          "txtLogoffMinutes", "chkPSWProtected", "txtLoginID", "txtPassword", "txtVerifyPassword"},
         {"chkStyle1", "txtStyle1Cost", "txtStyle1PerShare"},
         {"chkCompact", "txtCompactDays", "txtHistPriceMonths", "txtKeepPortfolioData"},
-        {"optDefault", "combCurrentWebSite", "txtWebTimeUpdate", "optPriceUpdEnabled"}};
+        {"optProxy", "combCurrentWebSite", "txtWebTimeUpdate", "optPriceUpdDisabledPerm"}};
     QTabWidget &tabs = setup.Tabs("SSTab");
     for (int page = 0; page < tabs.count(); ++page) {
         tabs.setCurrentIndex(page);

@@ -1,9 +1,7 @@
 /// The program by keyboard and by ear: the usual keys of a desktop, help by F1 on every screen, and a
 /// name that a screen reader can say for every control.
 
-#include "shell_run.h"
-
-#include <gtest/gtest.h>
+#include "keyboard_run.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -12,13 +10,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QFile>
+#include <QGroupBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPointer>
-#include <QTextBrowser>
+#include <QStatusBar>
+#include <QTabWidget>
 #include <QTextEdit>
 
 #include <map>
@@ -26,64 +26,6 @@
 
 namespace
 {
-
-class Keyboard : public testing::Test
-{
-protected:
-    Keyboard()
-    {
-        run.SetOption(QStringLiteral("ShowTipOfDay"), QStringLiteral("0"));
-        run.SetOption(QStringLiteral("WebPriceUpdate"), QStringLiteral("0"));
-        QFile::link(QStringLiteral(QUILLON_PROJECT "/help"), folder.File(QStringLiteral("help")));
-        run.App().Launch();
-        run.App().Host().Show(QStringLiteral("frmDailyTracker"));
-        Recordset &sites = run.State().databases.gRsWebParameters;
-        sites.AddNew(); // the trial of a site needs one
-        sites.Set(QStringLiteral("WebSiteName"), QStringLiteral("A site"));
-        sites.Update();
-    }
-    ~Keyboard() override { run.App().Host().DestroyAll(); }
-
-    /// Loads a screen without showing it, so that a modal one does not wait for its user.
-    Form *Loaded(const QString &screen)
-    {
-        try {
-            run.App().Host().Load(screen);
-        } catch (const RuntimeError &error) {
-            ADD_FAILURE() << qPrintable(screen) << ": " << qPrintable(error.Description());
-            return nullptr;
-        }
-        return run.App().Host().Find(screen);
-    }
-    /// All of them, the one that closes the account last.
-    QStringList Screens()
-    {
-        const QString backup = QStringLiteral("frmBackupRestore");
-        QStringList screens = run.App().Host().KnownScreens();
-        screens.sort();
-        screens.removeOne(backup);
-        return screens << backup;
-    }
-    static QTextBrowser *HelpPage()
-    {
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window->objectName() != QLatin1String("HelpWindow") || !window->isVisible())
-                continue;
-            if (auto *page = qobject_cast<QTextBrowser *>(window))
-                return page;
-            return window->findChild<QTextBrowser *>();
-        }
-        return nullptr;
-    }
-    static QString Topic()
-    {
-        const QTextBrowser *page = HelpPage();
-        return page ? page->source().fileName() : QStringLiteral("(no help)");
-    }
-
-    TestAppFolder folder;
-    ShellRun run{folder};
-};
 
 /// What the user types into, clicks on or chooses from; not the parts that such a control is made of.
 bool IsControl(const QWidget &widget)
@@ -165,7 +107,11 @@ TEST_F(Keyboard, OpensTheTopicOfADialogOrAnEntryScreenByF1)
                                             {"frmPassword", "SignOn.html"},
                                             {"frmPortfolioSelect", "PSPortfolioSelect.html"},
                                             {"frmSecurityUpdate", "DTSecurityUpdate.html"},
-                                            {"frmAbout", "AboutQuillon.htm"}};
+                                            {"frmAbout", "TATipsAbout.html"},
+                                            {"frmTipOfDay", "TATipsAbout.html"},
+                                            {"frmSystemInfo", "TATipsAbout.html"},
+                                            {"frmWebLogin", "PUPriceUpdate.html"},
+                                            {"frmPlotSelection", "CHChartScreen.html"}};
     for (const auto &[screen, topic] : topics) {
         Form *form = Loaded(screen);
         ASSERT_TRUE(form) << qPrintable(screen);
@@ -196,26 +142,95 @@ TEST_F(Keyboard, HasANameToSayForEveryControlOfEveryScreen)
     EXPECT_GT(controls, 150);
 }
 
+namespace
+{
+
+/// The letters that are taken on a screen as it is now, each with its caption.
+class Mnemonics
+{
+public:
+    explicit Mnemonics(QString where) : m_where(std::move(where)) {}
+
+    void Take(const QString &text)
+    {
+        const QKeySequence key = QKeySequence::mnemonic(text);
+        if (key.isEmpty())
+            return;
+        const QChar letter = key.toString().back();
+        EXPECT_FALSE(m_taken.contains(letter)) << qPrintable(m_where) << ": " << qPrintable(text)
+                                               << " and " << qPrintable(m_taken[letter]);
+        m_taken[letter] = text;
+    }
+    void TakeAllOf(const Form &form)
+    {
+        for (const QLabel *label : form.findChildren<QLabel *>())
+            if (label->buddy() && label->isVisibleTo(&form))
+                Take(label->text());
+        for (const QAbstractButton *button : form.findChildren<QAbstractButton *>())
+            if (button->isVisibleTo(&form))
+                Take(button->text());
+        for (const QGroupBox *box : form.findChildren<QGroupBox *>())
+            if (box->isVisibleTo(&form))
+                Take(box->title());
+        for (const QTabWidget *tabs : form.findChildren<QTabWidget *>())
+            for (int page = 0; page < tabs->count() && tabs->isVisibleTo(&form); ++page)
+                Take(tabs->tabText(page));
+    }
+
+private:
+    QString m_where;
+    std::map<QChar, QString> m_taken;
+};
+
+} // namespace
+
 TEST_F(Keyboard, GivesNoMnemonicOfAScreenToTwoControlsThatAreSeenTogether)
 {
+    const QList<QAction *> menus = run.App().MainWindow().menuBar()->actions();
     const QStringList screens = Screens();
     for (const QString &screen : screens) {
         const QPointer<Form> form = Loaded(screen);
         ASSERT_TRUE(form) << qPrintable(screen);
-        std::map<QChar, QString> taken;
-        const auto take = [&](const QWidget &widget, const QString &text) {
-            const QKeySequence key = QKeySequence::mnemonic(text);
-            if (key.isEmpty() || !widget.isVisibleTo(form))
-                return;
-            const QChar letter = key.toString().back();
-            EXPECT_FALSE(taken.contains(letter)) << qPrintable(screen) << ": " << qPrintable(text)
-                                                 << " and " << qPrintable(taken[letter]);
-            taken[letter] = text;
+        const auto check = [&](const QString &where) {
+            Mnemonics letters(where);
+            if (form->Where() == Placement::Child) // under the menus of the main window
+                for (const QAction *menu : menus)
+                    letters.Take(menu->text());
+            letters.TakeAllOf(*form);
         };
-        for (const QLabel *label : form->findChildren<QLabel *>())
-            if (label->buddy())
-                take(*label, label->text());
-        for (const QAbstractButton *button : form->findChildren<QAbstractButton *>())
-            take(*button, button->text());
+        check(screen);
+        for (QTabWidget *tabs : form->findChildren<QTabWidget *>())
+            for (int page = 0; page < tabs->count(); ++page) {
+                tabs->setCurrentIndex(page);
+                check(screen + QLatin1Char('/') + tabs->tabText(page));
+            }
     }
+}
+
+TEST_F(Keyboard, GivesNoMnemonicOfAMenuToTwoEntries)
+{
+    run.App().Host().Show("frmHistoryList");
+    run.App().Host().Show("frmChartScreen");
+    const QList<QMenu *> menus = run.App().MainWindow().findChildren<QMenu *>();
+    EXPECT_GT(menus.size(), 20);
+    for (QMenu *menu : menus) {
+        emit menu->aboutToShow(); // which fills those that change
+        Mnemonics letters(menu->objectName());
+        for (const QAction *entry : menu->actions())
+            if (entry->isVisible())
+                letters.Take(entry->text());
+    }
+    Mnemonics letters("menu bar");
+    for (const QAction *menu : run.App().MainWindow().menuBar()->actions())
+        letters.Take(menu->text());
+}
+
+TEST_F(Keyboard, TellsTheTextsOfTheStatusBar)
+{
+    run.State().services.status.Post(QStringLiteral("Sort completed"));
+    const auto panels =
+        run.App().MainWindow().statusBar()->findChildren<QLabel *>(QStringLiteral("MDIStatusBar1"));
+    ASSERT_EQ(panels.size(), 1);
+    const QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(panels.first());
+    EXPECT_EQ(spoken->text(QAccessible::Description), "Sort completed");
 }

@@ -7,9 +7,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QHBoxLayout>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 
 namespace
 {
@@ -27,6 +29,22 @@ public:
 
 private:
     std::function<void()> m_load;
+};
+
+/// A dialog that takes more of the desktop once it is there.
+class GrowingScreen : public Form
+{
+public:
+    explicit GrowingScreen(Program &program)
+        : Form(program, "frmLoading", "Growing", Placement::Dialog)
+    {}
+
+protected:
+    void showEvent(QShowEvent *event) override
+    {
+        Form::showEvent(event);
+        resize(300, screen()->availableGeometry().height() - 20);
+    }
 };
 
 class Hosting : public testing::Test
@@ -98,6 +116,20 @@ TEST_F(Hosting, LeavesNothingBehindWhenALoadFails)
     EXPECT_FALSE(run.Commands().Checked("mnuVWHistory"));
 }
 
+TEST_F(Hosting, KeepsADialogThatGrowsOnTheDesktop)
+{
+    Host().Register("frmLoading", [](Program &program) -> std::unique_ptr<Form> {
+        return std::make_unique<GrowingScreen>(program);
+    });
+    Host().Show("frmLoading");
+    const Form *form = Host().Find("frmLoading");
+    ASSERT_TRUE(form);
+    const QRect desktop = form->screen()->availableGeometry();
+    EXPECT_EQ(form->height(), desktop.height() - 20);
+    EXPECT_TRUE(desktop.contains(form->frameGeometry()))
+        << form->frameGeometry().top() << " to " << form->frameGeometry().bottom();
+}
+
 TEST_F(Hosting, DoesNotShowAScreenThatUnloadsItselfWhileItLoads)
 {
     AddLoading([this] { Host().Unload("frmLoading"); });
@@ -128,6 +160,27 @@ TEST_F(Hosting, LeavesTheScreenBehindAMaximizedOneMaximized)
     ASSERT_TRUE(Host().ActiveChild());
     EXPECT_EQ(Host().ActiveChild()->objectName(), "frmDailyTracker");
     EXPECT_TRUE(Host().ActiveChild()->parentWidget()->isMaximized());
+}
+
+TEST_F(Hosting, MovesTheFocusIntoAScreenWhoseFirstButtonIsDisabled)
+{
+    Host().Register("frmLoading",
+                    [](Program &program) {
+                        auto screen = std::make_unique<LoadingScreen>(program, [] {});
+                        auto *row = new QHBoxLayout(screen.get());
+                        for (const char *name : {"cmdOK", "cmdClose"}) {
+                            auto *button = new QPushButton(QString::fromLatin1(name));
+                            button->setObjectName(name);
+                            button->setEnabled(button->objectName() == "cmdClose");
+                            row->addWidget(button);
+                        }
+                        return screen;
+                    },
+                    {});
+    ASSERT_TRUE(Host().Show("frmDailyTracker"));
+    ASSERT_TRUE(Host().Show("frmLoading"));
+    ASSERT_TRUE(run.App().MainWindow().focusWidget());
+    EXPECT_EQ(run.App().MainWindow().focusWidget()->objectName(), "cmdClose");
 }
 
 TEST_F(Hosting, ShowsAnErrorThatNoHandlerKnewAndGoesOn)

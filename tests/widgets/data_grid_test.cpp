@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTest>
 #include <QToolTip>
 
 namespace
@@ -164,6 +165,16 @@ TEST(DataGrid, TellsOneClickAndThenTheDoubleClick)
     shown.HandleDoubleClicks();
     ASSERT_TRUE(shown.grid.DoubleClickRow(1));
     EXPECT_EQ(shown.told, QStringList({"row 1 column 0", "up 1", "click 1", "double 1", "up 1"}));
+}
+
+TEST(DataGrid, TellsADoubleClickBelowTheRowsWithoutARow)
+{
+    Shown shown;
+    shown.HandleDoubleClicks();
+    QWidget *viewport = shown.grid.CellTarget(0, 0).widget;
+    QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier,
+                       viewport->rect().bottomLeft() + QPoint(5, -5));
+    EXPECT_EQ(shown.told, QStringList({"double -1"}));
 }
 
 TEST(DataGrid, MayBeTakenAwayByAHandler)

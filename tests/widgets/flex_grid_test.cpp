@@ -98,6 +98,33 @@ TEST(FlexGrid, MeasuresWidthsInTwips)
     EXPECT_EQ(totals.grid.rowHeight(0), qRound(1.0 * totals.grid.logicalDpiY()));
 }
 
+TEST(FlexGrid, MakesRoomForALongAmountAndNeverLessThanThereWas)
+{
+    Totals totals;
+    const int before = totals.grid.columnWidth(0);
+    totals.grid.MakeRoomFor(1, QStringLiteral("0.00"));
+    EXPECT_EQ(totals.grid.columnWidth(0), before);
+    const QString amount = QStringLiteral("-922,337,203,685,477.58");
+    totals.grid.MakeRoomFor(1, amount);
+    EXPECT_GT(totals.grid.columnWidth(0), totals.grid.fontMetrics().horizontalAdvance(amount));
+    EXPECT_TRUE(totals.grid.UserWidths().isEmpty());
+    totals.grid.MakeRoomFor(0, amount); // no column of cells
+    totals.grid.MakeRoomFor(99, amount);
+}
+
+TEST(FlexGrid, WritesItsHeadingsInTheLettersOfItsCells)
+{
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPointSize(16);
+    QApplication::setFont(large);
+    {
+        Totals totals;
+        EXPECT_EQ(totals.grid.horizontalHeader()->font().pointSize(), 10);
+    }
+    QApplication::setFont(before);
+}
+
 TEST(FlexGrid, UsesAFamilyThatIsThere)
 {
     Totals totals;
@@ -334,6 +361,16 @@ TEST(FlexGridOfMadeRows, KeepsTheWidthsOfItsColumnsWhenItsRowsAreOthers)
     QCoreApplication::processEvents();
     EXPECT_EQ(squares.grid.columnWidth(0), 77);
     EXPECT_EQ(squares.grid.UserWidths().size(), 1);
+}
+
+TEST(FlexGridOfMadeRows, LeavesAColumnAsTheUserDrewIt)
+{
+    Squares squares;
+    squares.grid.SetUserResizesColumns(2);
+    Show(squares.grid);
+    squares.grid.horizontalHeader()->resizeSection(0, 77);
+    squares.grid.MakeRoomFor(1, QStringLiteral("-922,337,203,685,477.58"));
+    EXPECT_EQ(squares.grid.columnWidth(0), 77);
 }
 
 TEST(FlexGridOfMadeRows, CopiesAStretchOfRows)

@@ -3,6 +3,7 @@
 #include "platform/widgets/chart_numbers.h"
 #include "platform/widgets/chart_picture.h"
 
+#include <QAccessibleWidget>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -14,6 +15,13 @@ namespace
 {
 
 constexpr int border = 10; ///< around the picture, where frame and focus are
+
+/// What a screen reader calls it; name and description are the widget's.
+QAccessibleInterface *SpokenChart(const QString &, QObject *object)
+{
+    auto *chart = dynamic_cast<Chart *>(object);
+    return chart ? new QAccessibleWidget(chart, QAccessible::Chart) : nullptr;
+}
 
 } // namespace
 
@@ -237,6 +245,7 @@ void Chart::Private::Describe()
 
 Chart::Chart(QWidget *parent) : QWidget(parent), m_private(std::make_unique<Private>(*this))
 {
+    QAccessible::installFactory(SpokenChart); // the first chart does it for all
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(QStringLiteral("Chart"));
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -300,6 +309,11 @@ void Chart::SetSeriesColor(int series, const QColor &color)
 {
     m_private->colors.Series[series] = color;
     m_private->Change();
+}
+
+int Chart::SelectedSeries() const
+{
+    return m_private->selection.Series;
 }
 
 QImage Chart::Picture(qreal scale) const
@@ -399,10 +413,15 @@ void Chart::mouseDoubleClickEvent(QMouseEvent *event)
 
 void Chart::contextMenuEvent(QContextMenuEvent *event)
 {
-    if (OnContextMenu)
-        OnContextMenu(event->globalPos());
-    else
+    if (!OnContextMenu) {
         event->ignore();
+        return;
+    }
+    const ChartSelection &selected = m_private->selection;
+    const Target point = PointTarget(selected.Cursor.Series, selected.Cursor.Row);
+    const bool isKey = event->reason() == QContextMenuEvent::Keyboard;
+    OnContextMenu(!isKey ? event->globalPos()
+                         : mapToGlobal(point.widget ? point.center : rect().center()));
 }
 
 void Chart::keyPressEvent(QKeyEvent *event)

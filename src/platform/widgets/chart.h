@@ -48,10 +48,13 @@ public:
     std::function<void(int series, int point)> OnPointSelected;
     std::function<void(int series)> OnSeriesActivated;
     std::function<void()> OnPlotActivated;
-    /// A right click, at this place of the screen.
+    /// A right click, or the Menu key, at this place of the screen.
     std::function<void(const QPoint &where)> OnContextMenu;
     /// Any click or key of the user.
     std::function<void()> OnUserAction;
+
+    /// By mouse or keys; 0: none.
+    int SelectedSeries() const;
 
     /// The chart as shown, at `scale` pixels for each of its own.
     QImage Picture(qreal scale = 2) const;

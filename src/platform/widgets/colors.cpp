@@ -55,21 +55,31 @@ QColor Mixed(const QColor &ground, const QColor &added, double share)
                   mix(ground.blue(), added.blue()));
 }
 
-QPalette PaletteOn(const QColor &ground, QPalette palette)
+QColor Dimmed(const QColor &ground, const QColor &text)
+{
+    double share = 0.6;
+    while (share < 1 && Contrast(ground, Mixed(ground, text, share)) < readableText)
+        share += 0.05;
+    return Mixed(ground, text, std::min(share, 1.0));
+}
+
+QPalette PaletteOn(const QColor &ground, const QPalette &palette)
 {
     const QColor text = ReadableOn(ground, palette);
     QColor alternate = Mixed(ground, text, 0.05);
     if (Contrast(alternate, text) < readableText)
         alternate = ground;
+    QPalette list;
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        if (Contrast(ground, palette.color(group, QPalette::Highlight)) < visibleArea) {
-            palette.setColor(group, QPalette::Highlight, text);
-            palette.setColor(group, QPalette::HighlightedText, ground);
-        }
-        palette.setColor(group, QPalette::Base, ground);
-        palette.setColor(group, QPalette::AlternateBase, alternate);
-        palette.setColor(group, QPalette::Text,
-                         group == QPalette::Disabled ? Mixed(ground, text, 0.6) : text);
+        const QColor mark = palette.color(group, QPalette::Highlight);
+        const bool standsOut = Contrast(ground, mark) >= visibleArea;
+        const QColor marked = palette.color(group, QPalette::HighlightedText);
+        list.setColor(group, QPalette::Highlight, standsOut ? mark : text);
+        list.setColor(group, QPalette::HighlightedText, standsOut ? marked : ground);
+        list.setColor(group, QPalette::Base, ground);
+        list.setColor(group, QPalette::AlternateBase, alternate);
+        list.setColor(group, QPalette::Text,
+                      group == QPalette::Disabled ? Dimmed(ground, text) : text);
     }
-    return palette;
+    return list;
 }

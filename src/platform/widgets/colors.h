@@ -21,5 +21,9 @@ QColor ReadableOn(const QColor &ground, const QPalette &palette);
 /// `share` (0 to 1) of `added` mixed into `ground`.
 QColor Mixed(const QColor &ground, const QColor &added, double share);
 
-/// `palette` for a list on `ground`: text, alternate rows and selection that stand out from it.
-QPalette PaletteOn(const QColor &ground, QPalette palette);
+/// The text of what is switched off: fainter than `text`, and still to be read where `text` is.
+QColor Dimmed(const QColor &ground, const QColor &text);
+
+/// For a list on `ground`: text, alternate rows and selection that stand out from it, of `palette`
+/// where they can be. Nothing else is set, so that the widget goes on following its desktop.
+QPalette PaletteOn(const QColor &ground, const QPalette &palette);

@@ -37,6 +37,7 @@ DataGrid::DataGrid(QWidget *parent) : QWidget(parent), m_model(new GridModel(thi
             &QScrollBar::setValue);
     connect(m_left->horizontalHeader(), &QHeaderView::sectionResized, this, [this] { FitSplit(); });
     connect(m_selection, &QItemSelectionModel::currentChanged, this, [this] {
+        MarkCurrentColumn();
         if (!m_isSilent && OnRowColChange)
             OnRowColChange();
     });
@@ -56,6 +57,7 @@ DataGrid::DataGrid(QWidget *parent) : QWidget(parent), m_model(new GridModel(thi
     layout->setSpacing(0);
     layout->addWidget(m_left);
     layout->addWidget(m_right, 1);
+    m_left->setFocusPolicy(Qt::ClickFocus); // one stop of Tab: the keys go through both panes
     setFocusProxy(m_right);
     setFocusPolicy(Qt::StrongFocus);
 }
@@ -191,6 +193,8 @@ bool DataGrid::HandleKey(QKeyEvent *event)
         event->ignore(); // the form's
         return true;
     }
+    if (HandleColumn(*event))
+        return true;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -212,6 +216,33 @@ bool DataGrid::HandleKey(QKeyEvent *event)
     default:
         return HandleMove(event);
     }
+}
+
+/// What the mouse does to the heading of the current column.
+bool DataGrid::HandleColumn(const QKeyEvent &event)
+{
+    const int column = CurrentColumn();
+    if (column < 0)
+        return false;
+    const bool narrower = event.key() == Qt::Key_Left, wider = event.key() == Qt::Key_Right;
+    if (event.modifiers() == Qt::ControlModifier && event.key() == Qt::Key_Space) {
+        HeaderClicked(column);
+        return true;
+    }
+    if (event.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier) || (!narrower && !wider))
+        return false;
+    GridPane *pane = PaneOf(column);
+    const int step = fontMetrics().averageCharWidth() * (wider ? 1 : -1);
+    pane->setColumnWidth(column, std::max(pane->horizontalHeader()->minimumSectionSize(),
+                                          pane->columnWidth(column) + step));
+    return true;
+}
+
+void DataGrid::MarkCurrentColumn()
+{
+    const bool hasKeys = m_left->hasFocus() || m_right->hasFocus();
+    for (GridPane *pane : {m_left, m_right})
+        pane->MarkColumn(hasKeys ? CurrentColumn() : -1);
 }
 
 bool DataGrid::HandleMove(QKeyEvent *event)

@@ -16,7 +16,9 @@
 /// source stores all changed cells at once. While one of them refuses, the row stays current and in
 /// edit. Escape takes the changes of the row back.
 ///
-/// Ctrl+C copies the selected rows as texts separated by tabs, Ctrl+F looks for a text.
+/// Ctrl+C copies the selected rows as texts separated by tabs, Ctrl+F looks for a text. Ctrl+Space is a
+/// click on the heading of the current column, Ctrl+Shift+Left and Right make it narrower and wider;
+/// a line under that heading shows it while the grid has the focus.
 ///
 /// The handlers must not throw; they may unload the grid with deleteLater.
 
@@ -67,9 +69,10 @@ public:
 
     // --- handlers, all optional -----------------------------------------------------------------
 
-    std::function<void()> OnRowColChange;           ///< another current row or column
-    std::function<void(int row)> OnClick;           ///< left button, on a cell
-    std::function<void(int row)> OnDoubleClick;     ///< and Enter; without it Enter is the form's
+    std::function<void()> OnRowColChange; ///< another current row or column
+    std::function<void(int row)> OnClick; ///< left button, on a cell
+    /// -1 below the rows. Enter does the same on a row; without a handler Enter is the form's.
+    std::function<void(int row)> OnDoubleClick;
     std::function<void(int column)> OnHeaderClick;  ///< the grid itself never sorts
     std::function<void(Qt::MouseButton)> OnMouseUp; ///< before OnClick and OnContextMenu
     /// The right button went up, or the Menu key: below the rows too. The row under the mouse is
@@ -157,6 +160,8 @@ private:
     void MoveSilently(int row);
     bool HandleKey(QKeyEvent *event);
     bool HandleMove(QKeyEvent *event);
+    bool HandleColumn(const QKeyEvent &event);
+    void MarkCurrentColumn();
     void CopySelection() const;
     void Find();
     void EditNeighbour(int step);

@@ -174,7 +174,7 @@ void FieldEdit::changeEvent(QEvent *event)
 {
     QLineEdit::changeEvent(event);
     const bool concerns =
-        event->type() == QEvent::EnabledChange || event->type() == QEvent::ApplicationPaletteChange;
+        event->type() == QEvent::EnabledChange || event->type() == QEvent::PaletteChange;
     if (!concerns)
         return;
     if (m_isEntered && isEnabled())

@@ -3,6 +3,7 @@
 #include "platform/widgets/colors.h"
 #include "platform/widgets/flex_model.h"
 #include "platform/widgets/grid_find.h"
+#include "platform/widgets/grid_heading.h"
 #include "platform/widgets/whole_text_tip.h"
 
 #include <QClipboard>
@@ -18,6 +19,8 @@
 
 namespace
 {
+
+constexpr int cellPadding = 12;
 
 /// The cells keep their colours under the mouse, and none is framed.
 class CellPainter : public WholeTextTip
@@ -35,8 +38,10 @@ protected:
 
 } // namespace
 
-FlexGrid::FlexGrid(QWidget *parent) : QTableView(parent), m_model(new FlexModel(this))
+FlexGrid::FlexGrid(QWidget *parent)
+    : QTableView(parent), m_model(new FlexModel(this)), m_heading(new GridHeading(this))
 {
+    setHorizontalHeader(m_heading);
     setModel(m_model);
     setItemDelegate(new CellPainter(this));
     setEditTriggers(NoEditTriggers);
@@ -53,12 +58,7 @@ FlexGrid::FlexGrid(QWidget *parent) : QTableView(parent), m_model(new FlexModel(
         header->setMinimumSectionSize(0);
     }
     verticalHeader()->setSectionsClickable(false);
-    horizontalHeader()->setSectionsClickable(true);
-    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
-        SetSortIndicator(m_sortColumn, m_sortDescending); // the click has turned it over
-        if (OnHeaderClick)
-            OnHeaderClick(section + 1);
-    });
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &FlexGrid::HeaderClicked);
     FitRowHeight();
     ApplyColors();
 }
@@ -160,6 +160,7 @@ void FlexGrid::SetFont(const QString &family, int points)
     told.setPointSize(points);
     told.setBold(false);
     setFont(told);
+    horizontalHeader()->setFont(told);
 }
 
 int FlexGrid::Pixels(int twips) const
@@ -175,6 +176,15 @@ void FlexGrid::SetColumnWidth(int column, int twips)
         const QScopedValueRollback fitting(m_isFitting, true);
         setColumnWidth(column - 1, Pixels(twips));
     }
+}
+
+void FlexGrid::MakeRoomFor(int column, const QString &text)
+{
+    if (column < 1 || column >= Columns() || m_userWidths.contains(Text(0, column)))
+        return;
+    const int width = fontMetrics().horizontalAdvance(text) + cellPadding;
+    const QScopedValueRollback fitting(m_isFitting, true);
+    setColumnWidth(column - 1, std::max(width, columnWidth(column - 1)));
 }
 
 void FlexGrid::SetUserResizesColumns(int stretched)
@@ -263,12 +273,66 @@ void FlexGrid::changeEvent(QEvent *event)
     if (event->type() == QEvent::FontChange) {
         m_model->font = font();
         FitRowHeight();
-    } else if (event->type() == QEvent::ApplicationPaletteChange) {
+    } else if (event->type() == QEvent::PaletteChange) {
         ApplyColors();
     }
 }
 
 // --- mouse and keys -----------------------------------------------------------------------------
+
+void FlexGrid::HeaderClicked(int section)
+{
+    SetSortIndicator(m_sortColumn, m_sortDescending); // the click has turned it over
+    if (OnHeaderClick)
+        OnHeaderClick(section + 1);
+}
+
+/// What the mouse does to the heading of the current column.
+bool FlexGrid::HandleColumn(const QKeyEvent &event)
+{
+    const int section = currentIndex().column();
+    if (section < 0)
+        return false;
+    if (event.modifiers() == Qt::ControlModifier && event.key() == Qt::Key_Space) {
+        const QPointer<FlexGrid> alive = this;
+        HeaderClicked(section);
+        if (alive && !currentIndex().isValid()) // sorted anew; the keys stay on their column
+            setCurrentIndex(m_model->index(0, section));
+        return true;
+    }
+    const bool narrower = event.key() == Qt::Key_Left, wider = event.key() == Qt::Key_Right;
+    if (event.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier) || (!narrower && !wider) ||
+        horizontalHeader()->sectionResizeMode(section) != QHeaderView::Interactive)
+        return false;
+    const int step = fontMetrics().averageCharWidth() * (wider ? 1 : -1);
+    setColumnWidth(section,
+                   std::max(horizontalHeader()->minimumSectionSize(), columnWidth(section) + step));
+    return true;
+}
+
+void FlexGrid::MarkCurrentColumn()
+{
+    const bool isMarked = hasFocus() && selectionMode() != NoSelection;
+    m_heading->Mark(isMarked ? currentIndex().column() : -1);
+}
+
+void FlexGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTableView::currentChanged(current, previous);
+    MarkCurrentColumn();
+}
+
+void FlexGrid::focusInEvent(QFocusEvent *event)
+{
+    QTableView::focusInEvent(event);
+    MarkCurrentColumn();
+}
+
+void FlexGrid::focusOutEvent(QFocusEvent *event)
+{
+    QTableView::focusOutEvent(event);
+    MarkCurrentColumn();
+}
 
 void FlexGrid::mousePressEvent(QMouseEvent *event)
 {
@@ -310,8 +374,11 @@ void FlexGrid::contextMenuEvent(QContextMenuEvent *event)
 {
     // The mouse has its own way, on the release of the button; this is the Menu key.
     event->accept();
-    if (event->reason() == QContextMenuEvent::Keyboard && OnContextMenu)
-        OnContextMenu(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
+    if (event->reason() != QContextMenuEvent::Keyboard || !OnContextMenu)
+        return;
+    selectRow(currentIndex().row()); // which nothing marks when Tab has just come here
+    const QRect cell = visualRect(currentIndex());
+    OnContextMenu(viewport()->mapToGlobal(cell.isValid() ? cell.center() : QPoint()));
 }
 
 void FlexGrid::keyPressEvent(QKeyEvent *event)
@@ -320,8 +387,17 @@ void FlexGrid::keyPressEvent(QKeyEvent *event)
         CopySelection();
     else if (event->matches(QKeySequence::Find) && selectionMode() != NoSelection)
         Find();
-    else
-        QTableView::keyPressEvent(event);
+    else if (selectionMode() == NoSelection || !HandleColumn(*event))
+        Move(event);
+}
+
+void FlexGrid::Move(QKeyEvent *event)
+{
+    const int before = currentIndex().row();
+    QTableView::keyPressEvent(event);
+    const QModelIndex current = currentIndex();
+    if (selectionMode() != NoSelection && current.row() != before && OnClick)
+        OnClick(current.row() + 1, current.column() + 1);
 }
 
 void FlexGrid::CopySelection() const

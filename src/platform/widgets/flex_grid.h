@@ -14,7 +14,8 @@
 ///     list->SetMadeRows(1 + lines.size(), [this](int row, int column) -> FlexCell { ... });
 ///
 /// Where rows can be selected, Ctrl+C copies them as texts separated by tabs, and Ctrl+F looks for a
-/// text.
+/// text; a row that the arrow keys go to is told as a clicked one. Ctrl+Space is a click on the heading
+/// of the current column, Ctrl+Shift+Left and Right make it narrower and wider where the user may do so.
 ///
 /// In the routines of ShownGrid row 0 is the row below the heading, and column 0 has no place.
 
@@ -28,6 +29,7 @@
 #include <optional>
 
 class FlexModel;
+class GridHeading;
 class GridFind;
 
 class FlexGrid : public QTableView, public ShownGrid
@@ -57,9 +59,11 @@ public:
     /// Text colour and selection follow, so that they can be read.
     void SetBackColor(QRgb color);
     QRgb BackColor() const;
-    /// All cells; where the family is missing the nearest one of its kind stands in.
+    /// All cells and headings; where the family is missing the nearest one of its kind stands in.
     void SetFont(const QString &family, int points);
     void SetColumnWidth(int column, int twips);
+    /// The column becomes as wide as `text` needs, never narrower; a width of the user's stays.
+    void MakeRoomFor(int column, const QString &text);
     void SetRowHeight(int twips); ///< all rows; never lower than the font
     /// The user may draw columns wider; `stretched` takes what the others leave.
     void SetUserResizesColumns(int stretched);
@@ -95,6 +99,9 @@ public:
     QWidget *Viewport() override { return viewport(); }
 
 protected:
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
@@ -107,10 +114,15 @@ private:
     int Pixels(int twips) const;
     void FitRowHeight();
     void ApplyColors();
+    bool HandleColumn(const QKeyEvent &event);
+    void Move(QKeyEvent *event);
+    void HeaderClicked(int section);
+    void MarkCurrentColumn();
     void CopySelection() const;
     void Find();
 
     FlexModel *m_model;
+    GridHeading *m_heading;
     GridFind *m_find = nullptr; ///< once it was called for
     QMap<QString, int> m_userWidths;
     bool m_isFitting = false; ///< widths are being set that are not the user's

@@ -120,7 +120,10 @@ void GridFind::keyPressEvent(QKeyEvent *event)
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        FindNext(event->modifiers().testFlag(Qt::ShiftModifier));
+        if (auto *button = qobject_cast<QToolButton *>(focusWidget()))
+            button->click();
+        else
+            FindNext(event->modifiers().testFlag(Qt::ShiftModifier));
         return;
     case Qt::Key_Escape:
         Close();

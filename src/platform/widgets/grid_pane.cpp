@@ -34,6 +34,7 @@ QWidget *GridCell::createEditor(QWidget *parent, const QStyleOptionViewItem &,
 {
     auto *editor = new QLineEdit(parent);
     editor->setFrame(false);
+    editor->setAlignment(index.data(Qt::TextAlignmentRole).value<Qt::Alignment>());
     editor->setAutoFillBackground(true);
     editor->setAccessibleName(index.model()->headerData(index.column(), Qt::Horizontal).toString());
     editor->setText(index.data(Qt::EditRole).toString());
@@ -67,8 +68,10 @@ bool GridCell::eventFilter(QObject *editor, QEvent *event)
 
 // --- pane ---------------------------------------------------------------------------------------
 
-GridPane::GridPane(DataGrid &grid) : QTableView(&grid), m_grid(grid)
+GridPane::GridPane(DataGrid &grid)
+    : QTableView(&grid), m_grid(grid), m_heading(new GridHeading(this))
 {
+    setHorizontalHeader(m_heading);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ContiguousSelection);
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
@@ -81,9 +84,6 @@ GridPane::GridPane(DataGrid &grid) : QTableView(&grid), m_grid(grid)
     // A press on a wide column must not push the columns that the user looks at aside.
     setAutoScroll(false);
 
-    horizontalHeader()->setSectionsClickable(true);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setFocusPolicy(Qt::NoFocus);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setHighlightSections(false);
     verticalHeader()->setSectionsClickable(false);
@@ -123,6 +123,18 @@ void GridPane::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint h
         m_grid.EditNeighbour(next ? 1 : -1); // within the row; the last cell ends the editing
 }
 
+void GridPane::focusInEvent(QFocusEvent *event)
+{
+    QTableView::focusInEvent(event);
+    m_grid.MarkCurrentColumn();
+}
+
+void GridPane::focusOutEvent(QFocusEvent *event)
+{
+    QTableView::focusOutEvent(event);
+    m_grid.MarkCurrentColumn();
+}
+
 void GridPane::mousePressEvent(QMouseEvent *event)
 {
     m_pressed = QPersistentModelIndex();
@@ -155,11 +167,11 @@ void GridPane::mouseDoubleClickEvent(QMouseEvent *event)
     // The second release belongs to the double click and is no click of its own.
     m_pressed = QPersistentModelIndex();
     const QModelIndex index = indexAt(event->pos());
-    if (event->button() != Qt::LeftButton || !index.isValid())
+    if (event->button() != Qt::LeftButton)
         return;
     if (m_grid.OnDoubleClick)
         m_grid.TellDoubleClick(index.row());
-    else
+    else if (index.isValid())
         QTableView::mouseDoubleClickEvent(event);
 }
 

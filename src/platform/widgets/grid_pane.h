@@ -3,6 +3,7 @@
 /// One of the two views of a DataGrid: it draws the cells, tells the grid what the mouse and the
 /// keys do, and lets the grid decide whether a row may be left.
 
+#include "platform/widgets/grid_heading.h"
 #include "platform/widgets/whole_text_tip.h"
 
 #include <QPersistentModelIndex>
@@ -39,7 +40,11 @@ public:
 
     void keyboardSearch(const QString &search) override;
 
+    void MarkColumn(int column) { m_heading->Mark(column); }
+
 protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
@@ -52,5 +57,6 @@ private:
     void FitRowHeight();
 
     DataGrid &m_grid;
+    GridHeading *m_heading;
     QPersistentModelIndex m_pressed; ///< a release here completes the click
 };

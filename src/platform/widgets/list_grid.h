@@ -24,13 +24,13 @@ void SplitMode(DataGrid &grid, CommandStates &commands, const QString &popupEntr
 void EndSplitMode(CommandStates &commands, const QString &popupEntry);
 
 /// The grid takes the colour that the setting holds; a setting of 0, not yet chosen, takes the
-/// colour that the grid has.
+/// colour that the grid has. Where both are the same, the grid goes on following its desktop.
 template <class Grid>
 void ApplyGridColor(Grid &grid, double &setting)
 {
     if (setting == 0)
         setting = ValueOfColor(grid.BackColor());
-    else
+    else if (grid.BackColor() != ColorOfValue(setting))
         grid.SetBackColor(ColorOfValue(setting));
 }
 

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QToolButton>
 
 namespace
 {
@@ -41,6 +42,10 @@ void PreviewPicture(const QImage &picture)
     for (QLineEdit *field : fields)
         if (!qobject_cast<QComboBox *>(field->parentWidget()))
             field->setAccessibleName(QStringLiteral("Page"));
+    // Paper, zoom and the printer are on a toolbar, which Tab would pass by.
+    const QList<QToolButton *> buttons = preview.findChildren<QToolButton *>();
+    for (QToolButton *button : buttons)
+        button->setFocusPolicy(Qt::TabFocus);
     bool isPrinted = true;
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, [&](QPrinter *target) {
         isPrinted = PrintPictureToFitPage(*target, picture);
