@@ -69,6 +69,8 @@ void AccountFiles::GoOverTo(const QString &path)
     // What the account has no control row for must not come from the account before: least of all
     // its password.
     m_program.account = AccountState();
+    if (OnGoneOver)
+        OnGoneOver();
 }
 
 void AccountFiles::mnuFLNew_Click()

@@ -8,6 +8,8 @@
 
 #include "program/program.h"
 
+#include <functional>
+
 class AccountFiles
 {
 public:
@@ -30,6 +32,9 @@ public:
     void GoOverTo(const QString &path);
     /// That another program works on the account.
     void TellOpenElsewhere(const QString &path);
+
+    /// The account's name is another one now.
+    std::function<void()> OnGoneOver;
 
 private:
     template <class Steps>

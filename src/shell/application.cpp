@@ -108,6 +108,7 @@ Application::Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime,
     m_program->services.programPath = folder.programPath;
     m_window = std::make_unique<frmMDIMain>(*m_program, m_status->gStatusMessage);
     m_accountFiles = std::make_unique<AccountFiles>(*m_program);
+    m_accountFiles->OnGoneOver = [this] { m_window->UpdateCaption(); };
     m_routines = std::make_unique<MainRoutine>(*m_program, *m_window, m_host, *m_accountFiles);
     m_runner = std::make_unique<Commands>(*m_program, *m_window, m_host, *m_accountFiles,
                                           [this] { Exit(); });

@@ -2,6 +2,7 @@
 
 #include "platform/settings_store.h"
 #include "platform/system_clock.h"
+#include "platform/widgets/app_icon.h"
 #include "platform/widgets/default_browser.h"
 #include "platform/widgets/print_preview.h"
 #include "platform/widgets/real_dialogs.h"
@@ -71,6 +72,7 @@ int main(int argc, char *argv[])
     const std::optional<ApplicationFolder> folder = PrepareFolder(dialogs);
     if (!folder)
         return EXIT_FAILURE;
+    QApplication::setWindowIcon(AppIcon(folder->programPath, QStringLiteral("quillon")));
     Application application(clock, dialogs, lifetime, SettingsStore::DefaultFileName(), *folder,
                             QLocale());
     application.OnEnded = [] { QApplication::quit(); };

@@ -119,7 +119,6 @@ void MainRoutine::OpenAnotherAccount()
 void MainRoutine::ReadAndOpen()
 {
     CommandStates &commands = m_program.services.commands;
-    m_window.UpdateCaption();
     EnableAllMenus(commands, m_program.entry.RebuildRunning);
     if (m_program.databases.accountError)
         throw RuntimeError(*m_program.databases.accountError);

@@ -54,6 +54,14 @@ void KeepOnDesktop(QWidget &window)
 /// with the focus elsewhere each time one returns to it.
 class ChildFrame : public QMdiSubWindow
 {
+public:
+    ChildFrame()
+    {
+        // Left alone, desktops differ in which of the two closes a child; Close is the last entry.
+        systemMenu()->actions().constLast()->setShortcuts(
+            {QKeySequence(Qt::CTRL | Qt::Key_F4), QKeySequence(Qt::CTRL | Qt::Key_W)});
+    }
+
 protected:
     bool focusNextPrevChild(bool next) override
     {

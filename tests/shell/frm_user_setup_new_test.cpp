@@ -76,6 +76,18 @@ TEST_F(NewAccountSetup, AsksForBalanceAndStyleOnce)
     EXPECT_EQ(run.boxes.boxes.size(), 1u);
 }
 
+TEST_F(NewAccountSetup, StandsInAWindowThatBearsTheNewName)
+{
+    QString caption;
+    MakeAccount([&] {
+        caption = run.App().MainWindow().windowTitle();
+        EnterBalance("1000");
+        Click("chkStyle1");
+        Click("cmdOK");
+    });
+    EXPECT_EQ(caption, "Quillon - Broker");
+}
+
 TEST_F(NewAccountSetup, CannotBeLeftBeforeEverythingIsThere)
 {
     MakeAccount([&] {

@@ -234,13 +234,15 @@ TEST_F(KeyboardReach, GoesToTheScreenUsedBeforeByCtrlTab)
     }
 }
 
-TEST_F(KeyboardReach, ClosesTheScreenInFrontByCtrlF4)
+TEST_F(KeyboardReach, ClosesTheScreenInFrontByCtrlF4AndByCtrlWOnEveryDesktop)
 {
-    Form *list = Shown("frmPurchaseList");
-    PaneOf(*list, "DataGridPurchaseList")->setFocus();
-    Press(Qt::Key_F4, Qt::ControlModifier);
-    EXPECT_FALSE(run.App().Host().Loaded("frmPurchaseList"));
-    EXPECT_TRUE(run.App().Host().Loaded("frmDailyTracker"));
+    for (const Qt::Key key : {Qt::Key_F4, Qt::Key_W}) {
+        Form *list = Shown("frmPurchaseList");
+        PaneOf(*list, "DataGridPurchaseList")->setFocus();
+        Press(key, Qt::ControlModifier);
+        EXPECT_FALSE(run.App().Host().Loaded("frmPurchaseList"));
+        EXPECT_TRUE(run.App().Host().Loaded("frmDailyTracker"));
+    }
 }
 
 TEST_F(KeyboardReach, OpensTheMenuOfAScreensFrameByAltMinus)
