@@ -11,6 +11,7 @@
 #
 # Packages come from where this machine has its own.
 set -euo pipefail
+umask 022 # others enter the clean system, whoever makes it
 
 build="$(cd "$1" && pwd)"
 folder="$build/clean_debian"
@@ -42,12 +43,12 @@ done
 
 # Not in the build folder: debootstrap takes no path with blanks.
 work="$(mktemp -d /var/tmp/quillon_clean.XXXXXX)"
+trap 'rm -rf --one-file-system "$work" "$folder/base.tar.new"' EXIT
+trap 'exit 1' INT TERM HUP
 private=()
 if unshare --mount --pid --fork true 2>/dev/null; then
     private=(unshare --mount --pid --fork --kill-child) # its mounts and processes go with it
 fi
-trap 'rm -rf --one-file-system "$work"' EXIT
-trap 'exit 1' INT TERM HUP
 log="$work/log"
 
 release="$(. /etc/os-release && echo "${VERSION_CODENAME:-}")"
@@ -66,12 +67,15 @@ if [[ ! -f "$folder/base.tar" ]]; then
     # The way out that this machine's own package manager has been given.
     eval "$(apt-config shell proxy Acquire::http::Proxy)"
     [[ -z "${proxy:-}" || "${proxy:-}" == DIRECT ]] || export http_proxy="${http_proxy:-$proxy}"
-    "${private[@]}" debootstrap --variant=minbase "$release" "$work/root" "$(mirror)" >"$log" 2>&1 ||
+    # A network that answers nothing would hold it up for hours.
+    timeout --foreground 1200 "${private[@]}" debootstrap --variant=minbase "$release" \
+        "$work/root" "$(mirror)" >"$log" 2>&1 ||
         give_up "debootstrap failed: $(tail -n 1 "$log")"
     rm -f "$work"/root/var/cache/apt/archives/*.deb "$work"/root/var/lib/apt/lists/*_*
-    tar -C "$work/root" --one-file-system -cf "$work/base.tar" .
+    { tar -C "$work/root" --one-file-system -cf "$folder/base.tar.new" . &&
+        mv "$folder/base.tar.new" "$folder/base.tar"; } 2>"$log" ||
+        give_up "the clean Debian could not be kept: $(tail -n 1 "$log")"
     rm -rf --one-file-system "$work/root"
-    mv "$work/base.tar" "$folder/base.tar"
 fi
 
 # This machine's sources, but the clean system's list of what is installed.
@@ -88,7 +92,7 @@ fetch() {
 fetch || { apt-get update && fetch; } >/dev/null 2>&1 ||
     give_up "what the package needs could not be fetched: $(tail -n 1 "$log")"
 rm -rf "$folder/archives"
-mkdir "$folder/archives"
-mv "$work"/archives/*.deb "$folder/archives/"
+{ mkdir "$folder/archives" && mv "$work"/archives/*.deb "$folder/archives/"; } 2>"$log" ||
+    give_up "what the package needs could not be kept: $(tail -n 1 "$log")"
 printf '%s\n' "$needs" >"$folder/needs"
 chown -R --reference="$build" "$folder"

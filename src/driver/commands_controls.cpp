@@ -5,6 +5,8 @@
 
 #include <QAbstractEventDispatcher>
 
+#include <exception>
+
 namespace
 {
 
@@ -89,17 +91,25 @@ Lines ShotWhile(Session &session, const QStringList &arguments)
     const QStringList words = arguments.mid(3);
     const ScriptCommand &command = FindScriptCommand(words);
     QPixmap picture;
+    std::exception_ptr failure; // none may pass through the event loop
+    const auto look = [&] {
+        try {
+            if (picture.isNull() && !failure && session.IsLoaded(form) &&
+                Printing::TextOf(session.Control(arguments[0])) == arguments[1])
+                picture = session.Form(form)->grab();
+        } catch (const Failure &) {
+            failure = std::current_exception();
+        }
+    };
     Lines printed;
     {
         const QObject whileItRuns; // ends the connection
         QObject::connect(QAbstractEventDispatcher::instance(),
-                         &QAbstractEventDispatcher::aboutToBlock, &whileItRuns, [&] {
-                             if (picture.isNull() && session.IsLoaded(form) &&
-                                 Printing::TextOf(session.Control(arguments[0])) == arguments[1])
-                                 picture = session.Form(form)->grab();
-                         });
+                         &QAbstractEventDispatcher::aboutToBlock, &whileItRuns, look);
         printed = command.run(session, words.mid(1));
     }
+    if (failure)
+        std::rethrow_exception(failure);
     if (picture.isNull())
         throw Failed(
             QStringLiteral("%1 did not show \"%2\" meanwhile").arg(arguments[0], arguments[1]));

@@ -96,8 +96,9 @@ void frmWebBrowser::BuildView()
 void frmWebBrowser::showEvent(QShowEvent *event)
 {
     Form::showEvent(event);
-    if (m_pageOutside) // a caret behind the address would look like a field to write in
+    if (m_pageOutside && !m_wasShown) // a caret behind the address looks like a field to write in
         findChild<QPushButton *>(QStringLiteral("cmdRefresh"))->setFocus();
+    m_wasShown = true;
 }
 
 QSize frmWebBrowser::sizeHint() const

@@ -49,7 +49,8 @@ private:
 
     BrowserView *wbBrowser = nullptr;
     PageOutside *m_pageOutside = nullptr; ///< wbBrowser, unless that is the plug-in's
-    QString m_address;                    ///< of the page asked for last
+    bool m_wasShown = false;
+    QString m_address; ///< of the page asked for last
     std::unique_ptr<ClockTimer> tmrWebBrowser;
     int RefreshTicks = 0; ///< since the last refresh
 };

@@ -59,7 +59,7 @@ Form::Form(Program &program, const QString &name, const QString &caption, Placem
 {
     setObjectName(name);
     setWindowTitle(caption);
-    new FocusFrame(*this);
+    FrameFocusIn(*this);
 }
 
 void Form::OnClick(QAbstractButton *button, std::function<void()> handler)

@@ -33,18 +33,18 @@ struct RunState
     QString AccountToOpen; ///< named at the start, in place of the one of the last run; or empty
     bool NewAccount = false;
     bool SignOnCancelled = false;
-    bool ExitInProgress = false; ///< an exit was tried, even if it was refused
-    bool ProgramClosing = false; ///< an exit is on its way that nothing refuses any more
-    bool DateSelectOpen = false;   ///< the options of a report are up
-    bool ExcelServerFound = false; ///< a program took the last report's workbook to show it
+    bool ExitInProgress = false;    ///< an exit was tried, even if it was refused
+    bool ProgramClosing = false;    ///< an exit is on its way that nothing refuses any more
+    bool DateSelectOpen = false;    ///< the options of a report are up
+    bool ExcelServerFound = false;  ///< a program took the last report's workbook to show it
     bool BrowserAlive = false;      ///< the user's browser took a page of ours
     bool BrowserScreenOpen = false; ///< frmWebBrowser is loaded
     bool AccountInvalid = false;
     bool OpeningExisting = false;
-    bool BackupOffered = false; ///< the wizard asked for a backup in this run
+    bool BackupOffered = false;       ///< the wizard asked for a backup in this run
     bool WizardReminderShown = false; ///< after a delete of history
-    QString BackupMode;         ///< "Backup", "Restore", "AutoCompact" or empty
-    int IdleMinutes = 0;        ///< ticks since the last action of the user
+    QString BackupMode;               ///< "Backup", "Restore", "AutoCompact" or empty
+    int IdleMinutes = 0;              ///< ticks since the last action of the user
     int ScreenWidth = 0; ///< inner size of the main window, by which screens place themselves
     int ScreenHeight = 0;
     QDate ListDateFrom = NoDate(); ///< date range shared by the list screens

@@ -1,9 +1,9 @@
 #include "shell/help_window.h"
 
 #include "platform/widgets/focus_frame.h"
-
 #include "shell/help_page.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -17,6 +17,7 @@
 #include <QTabWidget>
 #include <QTextBlock>
 #include <QUrl>
+#include <QWindow>
 
 namespace
 {
@@ -51,7 +52,7 @@ HelpWindow::HelpWindow(const QString &folder) : m_folder(folder), m_index(folder
     BuildControls();
     PlaceControls();
     ConnectControls();
-    new FocusFrame(*this);
+    FrameFocusIn(*this);
     Fill(lstHelpContents, m_index.Contents());
     Search();
     resize(QSize(1110, 720).boundedTo(screen()->availableSize())); // a picture fits the page
@@ -175,10 +176,26 @@ bool HelpWindow::ShowTopic(const QString &topic)
     tabHelp->setCurrentIndex(0);
     ShowLink(topic);
     m_page->setFocus();
+    BelongToTheModalWindow();
     show();
     raise();
     activateWindow();
     return true;
+}
+
+/// A modal window shuts all others out, and keeps them behind it, but those that belong to it.
+void HelpWindow::BelongToTheModalWindow()
+{
+    winId(); // makes the handle
+    const QWidget *modal = QApplication::activeModalWidget();
+    QWindow *owner = modal ? modal->windowHandle() : nullptr;
+    if (windowHandle()->transientParent() == owner)
+        return;
+    hide(); // the desktop takes it when the window comes up
+    setWindowFlag(Qt::WindowStaysOnTopHint,
+                  modal && modal->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    winId();
+    windowHandle()->setTransientParent(owner);
 }
 
 void HelpWindow::ShowLink(const QString &link)

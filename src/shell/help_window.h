@@ -30,6 +30,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void BelongToTheModalWindow();
     void BuildControls();
     void PlaceControls();
     void ConnectControls();

@@ -12,6 +12,7 @@
 #include "shell/command_line.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QStandardPaths>
 
@@ -26,6 +27,14 @@ QStringList Arguments(int count, char **values)
     for (int index = 0; index < count; ++index)
         arguments << QFile::decodeName(values[index]);
     return arguments;
+}
+
+/// A relative folder would be another one wherever the program is started: no desktop counts it.
+void IgnoreRelativeFolders()
+{
+    for (const char *name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
+        if (!QDir::isAbsolutePath(qEnvironmentVariable(name)))
+            qunsetenv(name);
 }
 
 /// The folder this run works on, complete; nothing when it could not be made, which was told.
@@ -57,6 +66,7 @@ int main(int argc, char *argv[])
         return *commandLine.exitStatus;
     }
 
+    IgnoreRelativeFolders();
     PrepareForBrowserPlugin();
     QApplication desktop(argc, argv);
     QApplication::setApplicationName(ApplicationTitle());

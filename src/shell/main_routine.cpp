@@ -139,7 +139,7 @@ void MainRoutine::ReadAndOpen()
     ArrangeAtStartup();
     commands.SetEnabled(QStringLiteral("UndoLast"), false);
     m_window.UpdateStatusBar(); // no screen may have come up to do it
-    if (m_isStarted) // else Main does it last
+    if (m_isStarted)            // else Main does it last
         StartLogoff();
     if (!m_program.entry.RebuildRunning)
         CareForOpenAccount();
@@ -296,8 +296,7 @@ void MainRoutine::Unload()
 void MainRoutine::CompactWhenDue()
 {
     const Settings &settings = m_program.settings;
-    if (settings.CheckCompact != 1 ||
-        m_program.account.ElapsedDays.Value() < settings.CompactDays)
+    if (settings.CheckCompact != 1 || m_program.account.ElapsedDays.Value() < settings.CompactDays)
         return;
     m_program.run.BackupMode = QStringLiteral("AutoCompact");
     // Whatever becomes of the account's file, the exit goes on.

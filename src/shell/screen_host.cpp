@@ -1,5 +1,6 @@
 #include "shell/screen_host.h"
 
+#include "platform/widgets/on_top.h"
 #include "shell/frm_mdi_main.h"
 #include "shell/help_window.h"
 #include "shell/mdi_arrange.h"
@@ -229,6 +230,8 @@ void ScreenHost::DisplayWindow(LoadedScreen &screen, Qt::WindowFlags type)
     Form *form = screen.form;
     if (!form->isVisible()) {
         form->setParent(m_window, type | (form->windowFlags() & Qt::FramelessWindowHint));
+        if (form->isModal())
+            PutOnTop(*form);
         form->adjustSize();
         const QRect around =
             m_window->isVisible() ? m_window->geometry() : m_window->screen()->availableGeometry();

@@ -13,7 +13,6 @@
 #include <QObject>
 #include <QPointer>
 
-class QKeyEvent;
 class QToolBar;
 class QToolButton;
 

@@ -233,6 +233,34 @@ TEST(PrintPreview, SavesThePictureAsPdfWithoutAnyPrinter)
     EXPECT_TRUE(pdf.readAll().startsWith("%PDF-"));
 }
 
+TEST(PrintPreview, LaysAWidePictureOnAPageOfItsShape)
+{
+    const auto shown = [](const QSize &size) {
+        QPageLayout::Orientation orientation = QPageLayout::Portrait;
+        WhenUp<QPrintPreviewDialog>([&](QPrintPreviewDialog &preview) {
+            orientation = preview.printer()->pageLayout().orientation();
+            preview.reject();
+        });
+        PreviewPicture(QImage(size, QImage::Format_RGB32));
+        return orientation;
+    };
+    EXPECT_EQ(shown({200, 100}), QPageLayout::Landscape);
+    EXPECT_EQ(shown({100, 200}), QPageLayout::Portrait);
+}
+
+TEST(PrintPreview, PrintsByTheKeyThatPrintsAWindow)
+{
+    QStringList keys;
+    WhenUp<QPrintPreviewDialog>([&](QPrintPreviewDialog &preview) {
+        for (const QAction *action : preview.findChildren<QAction *>())
+            if (action->text() == "Print")
+                keys << action->shortcut().toString();
+        preview.reject();
+    });
+    PreviewPicture(TwoColours());
+    EXPECT_EQ(keys, QStringList("Ctrl+P"));
+}
+
 TEST(PrintPreview, ThrowsWhatThePrinterRefused)
 {
     const WithoutWarnings quiet;

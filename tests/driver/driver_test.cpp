@@ -374,4 +374,14 @@ TEST(TheEyes, FailWhenTheFormDidNotShowTheTextDuringTheCommand)
     EXPECT_EQ(DriverRun().Run("launch\nshotwhile frmAbout.lblVersion x a.png fly\n").status, 2);
 }
 
+TEST(TheEyes, TellThatTheFormThatCameUpHasNoSuchControl)
+{
+    const DriverResult result =
+        DriverRun().Run("launch\nshotwhile frmAbout.lblNone x a.png menu mnuHelpAbout\n"
+                        "close frmAbout\n");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.errors.find("no control \"frmAbout.lblNone\""), std::string::npos)
+        << result.errors;
+}
+
 } // namespace

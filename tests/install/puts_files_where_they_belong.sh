@@ -71,9 +71,9 @@ status=0
 "${run[@]}" "$work/a stage/my quillon" --nonsense 2>"$work/log" || status=$?
 [[ $status -eq 2 && "$(cat "$work/log")" == *nonsense* ]] || fail "an unknown option: status $status"
 
-# Starts the program $1, and waits until the file $2 is there.
+# Starts the program $1 for a user with the data folder $3, and waits until the file $2 is there.
 start_until() {
-    "${run[@]}" QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 XDG_DATA_HOME="$work/dätä home" "$1" \
+    "${run[@]}" QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 XDG_DATA_HOME="$3" "$1" \
         >"$work/log" 2>&1 &
     program=$!
     local count
@@ -92,13 +92,16 @@ start_until() {
 mkdir "$work/stick"
 cp -r "$build/delivered/." "$work/moved été/Quillon 6/"lib*/quillon/* "$work/stick/"
 rm "$work/stick/HistPrices.mdb" # made anew by a start, where it works
-start_until "$work/stick/quillon" "$work/stick/HistPrices.mdb"
+start_until "$work/stick/quillon" "$work/stick/HistPrices.mdb" "$work/dätä home"
 [[ ! -e "$work/dätä home" ]] || fail "a program on a stick made a folder for the user"
 
-start_until "$work/a stage/my quillon" "$work/dätä home/Quillon/Template.xxx"
+start_until "$work/a stage/my quillon" "$work/dätä home/Quillon/Template.xxx" "$work/dätä home/"
 own="$work/dätä home/Quillon"
 [[ "$(stat -c %a "$own")" == 700 && "$(stat -c %a "$own/Sample Portfolio.mdb")" == 600 ]] ||
     fail "others may look into the user's folder"
 [[ ! -e "$own/help" && ! -e "$own/icons" ]] || fail "the program's own folders were copied"
+# A relative one would be another folder wherever the program is started.
+cd "$work"
+start_until "$work/a stage/my quillon" "$work/home/.local/share/Quillon/Template.xxx" "relative"
 diff -r "$build/delivered" "$work/moved été/Quillon 6/share/quillon" || fail "a start changed what is installed"
 echo "passed"

@@ -8,6 +8,7 @@
 # be entered, the test is skipped (status 77). The display runs outside, so that its libraries cannot
 # stand in for one that the package forgot to name. The pictures stay in BUILD/clean_debian/.
 set -euo pipefail
+umask 022 # what root makes in the clean system is for the user there as well
 
 build="$(cd "$1" && pwd)"
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
@@ -116,7 +117,7 @@ status=0
 
 mkdir "$work/screen"
 exec {number}<> <(:)
-Xvfb -displayfd "$number" -screen 0 1280x800x24 -nolisten tcp -fbdir "$work/screen" \
+Xvfb -displayfd "$number" -noreset -screen 0 1280x800x24 -nolisten tcp -fbdir "$work/screen" \
     >"$work/xvfb.log" 2>&1 &
 display_pid=$!
 read -r -t 30 -u "$number" display || fail "no virtual display: $(cat "$work/xvfb.log")"

@@ -451,6 +451,18 @@ TEST_F(WebBrowserScreenWithoutView, NamesThePageAndOpensItInTheUsersBrowser)
     EXPECT_EQ(run.openedPages, QStringList({Chart("ACME"), Map}));
 }
 
+TEST_F(WebBrowserScreenWithoutView, HasTheFocusOnRefreshAtFirstAndLaterWhereItWasLeft)
+{
+    Open();
+    Form *form = run.App().Host().Find("frmWebBrowser");
+    ASSERT_TRUE(form->focusWidget());
+    EXPECT_EQ(form->focusWidget()->objectName(), "cmdRefresh");
+    run.Control<QWidget>("frmWebBrowser", "cmdHelp")->setFocus();
+    form->parentWidget()->hide(); // as whenever another maximized screen comes to the front
+    form->parentWidget()->show();
+    EXPECT_EQ(form->focusWidget()->objectName(), "cmdHelp");
+}
+
 TEST_F(WebBrowserScreenWithoutView, TakesAPlugInThatGivesNoViewForNone)
 {
     State().CreateBrowserView = [](QWidget *) -> BrowserView * { return nullptr; };

@@ -156,9 +156,8 @@ TEST_F(ReportRun, SaysWhereTheWorkbookLiesWhenNoProgramShowsIt)
     m_machine.services.openDocument = nullptr;
     EXPECT_TRUE(Run(ReportKind::Summary));
     EXPECT_FALSE(m_isFound);
-    EXPECT_EQ(m_machine.dialogs.Boxes(),
-              Lines({noProgram(m_unsaved.filePath("Daily Tracker.xls")),
-                     noProgram(m_account.File().In("Summary.xls"))}));
+    EXPECT_EQ(m_machine.dialogs.Boxes(), Lines({noProgram(m_unsaved.filePath("Daily Tracker.xls")),
+                                                noProgram(m_account.File().In("Summary.xls"))}));
 }
 
 TEST_F(ReportRun, NamesTheFileAndTheReasonWhenItCannotBeWritten)

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QDialog>
 #include <QDir>
 #include <QDirIterator>
 #include <QImage>
@@ -18,6 +19,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -486,6 +488,24 @@ TEST(Help, StaysAsItIsWhenThereIsNoSuchTopic)
     EXPECT_FALSE(help.ShowTopic(QStringLiteral("Missing.html")));
     EXPECT_TRUE(help.isVisible());
     EXPECT_EQ(help.findChild<QTextBrowser *>("txtHelpPage")->source().fileName(), StartPage);
+}
+
+TEST(Help, IsReadWhileAModalScreenWaits)
+{
+    HelpWindow help(HelpFolder);
+    ASSERT_TRUE(help.ShowTopic(StartPage)); // open already, and shut out by what comes up now
+    QDialog waiting;
+    waiting.open();
+    ASSERT_TRUE(help.ShowTopic(StartPage));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&help));
+    EXPECT_EQ(help.windowHandle()->transientParent(), waiting.windowHandle());
+    QTest::keyClick(help.windowHandle(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(help.findChild<QTabWidget *>("tabHelp")->currentIndex(), 1); // the search
+
+    waiting.reject();
+    EXPECT_TRUE(help.isVisible());
+    ASSERT_TRUE(help.ShowTopic(StartPage));
+    EXPECT_EQ(help.windowHandle()->transientParent(), nullptr);
 }
 
 TEST(Help, ClosesWithEscapeAndComesBack)

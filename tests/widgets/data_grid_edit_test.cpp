@@ -109,6 +109,65 @@ TEST(DataGridEditing, KeepsTheRowInEditWhileItIsRefused)
     }
 }
 
+TEST(DataGridEditing, EndsTheTypingByEnterAndLeavesTheFormsButtonAlone)
+{
+    struct Page : QWidget
+    {
+        void keyPressEvent(QKeyEvent *event) override { keys << event->key(); }
+        QList<int> keys;
+    } page;
+    Editable with;
+    with.grid.setParent(&page);
+    Show(page);
+    with.grid.show();
+    with.grid.setFocus();
+    PressFocused(Qt::Key_Right);
+    PressFocused(Qt::Key_3, "3");
+    ASSERT_NE(with.Editor(), nullptr);
+    page.keys.clear(); // a view ignores the key that opens a cell
+    PressFocused(Qt::Key_Return);
+    QCoreApplication::processEvents(); // the cell closes a moment after its key
+    EXPECT_EQ(with.grid.CellText(0, 1), "3");
+    EXPECT_TRUE(with.grid.IsRowEdited());
+    EXPECT_TRUE(page.keys.isEmpty());
+    PressFocused(Qt::Key_Return);
+    EXPECT_EQ(page.keys, QList<int>({Qt::Key_Return}));
+    with.grid.setParent(nullptr);
+}
+
+TEST(DataGridEditing, TakesTheKeysBackWhenTheRowIsRefused)
+{
+    QWidget page;
+    QLineEdit other(&page);
+    Editable with;
+    with.grid.OnBeforeUpdate = [](int) { return false; };
+    with.grid.setParent(&page);
+    Show(page);
+    with.grid.show();
+    with.grid.EditCell(1, "31 June");
+    other.setFocus();
+    ASSERT_TRUE(other.hasFocus());
+    EXPECT_FALSE(with.grid.CommitRow());
+    EXPECT_FALSE(other.hasFocus());
+    PressFocused(Qt::Key_Escape);
+    EXPECT_FALSE(with.grid.IsRowEdited());
+    with.grid.setParent(nullptr);
+}
+
+TEST(DataGridEditing, MarksTheRowThatTheDeleteKeyIsFor)
+{
+    Editable with;
+    QStringList told;
+    with.grid.OnDeleteKey = [&](int row) {
+        QGuiApplication::clipboard()->clear();
+        PressFocused(Qt::Key_C, {}, Qt::ControlModifier);
+        told << QString("%1 %2").arg(row).arg(QGuiApplication::clipboard()->text());
+    };
+    PressFocused(Qt::Key_Down, {}, Qt::ShiftModifier); // both rows are marked
+    PressFocused(Qt::Key_Delete);
+    EXPECT_EQ(told, QStringList({"1 ZETA\t2/2/2026\t11:00"}));
+}
+
 TEST(DataGridEditing, KeepsTheRowInEditWhenASearchByLettersIsRefused)
 {
     Editable with;

@@ -62,6 +62,13 @@ DataGrid::DataGrid(QWidget *parent) : QWidget(parent), m_model(new GridModel(thi
     setFocusPolicy(Qt::StrongFocus);
 }
 
+DataGrid::~DataGrid()
+{
+    // Now, while there is a grid that they can tell of the focus they lose.
+    delete m_left;
+    delete m_right;
+}
+
 // --- rows ---------------------------------------------------------------------------------------
 
 void DataGrid::SetSource(std::vector<GridColumn> columns, GridSource *source)
@@ -198,6 +205,9 @@ bool DataGrid::HandleKey(QKeyEvent *event)
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+        // In an open cell it ends the typing alone, and presses no button of the form.
+        if (m_left->Editor() || m_right->Editor())
+            return true;
         if (OnDoubleClick && row >= 0)
             OnDoubleClick(row);
         else
@@ -210,8 +220,11 @@ bool DataGrid::HandleKey(QKeyEvent *event)
             event->ignore();
         return true;
     case Qt::Key_Delete:
-        if (OnDeleteKey && row >= 0)
+        if (OnDeleteKey && row >= 0) {
+            m_selection->select(m_selection->currentIndex(), // of rows marked for a copy, this one
+                                QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
             OnDeleteKey(row);
+        }
         return true;
     default:
         return HandleMove(event);
@@ -415,8 +428,12 @@ bool DataGrid::CommitRow()
     const bool stored = allowed && IsRowEdited() && m_model->Source() &&
                         m_model->Source()->Store(row, m_model->EditedTexts());
     m_isCommitting = false;
-    if (!stored)
-        return !IsRowEdited(); // the handler may have taken the changes back itself
+    if (!stored) {
+        if (!IsRowEdited()) // the handler has taken the changes back itself
+            return true;
+        setFocus(); // here it is corrected, whatever button was pressed
+        return false;
+    }
     m_model->ForgetEdits();
     RefreshRows();
     MoveSilently(std::min(row, std::max(0, m_model->Rows() - 1)));

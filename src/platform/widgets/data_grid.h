@@ -49,6 +49,7 @@ class DataGrid : public QWidget, public ShownGrid
 {
 public:
     explicit DataGrid(QWidget *parent = nullptr);
+    ~DataGrid() override;
 
     /// Shows the rows of `source`, which stays the caller's and must outlive its use here; nullptr
     /// empties the grid. Row 0 becomes current, without a call of OnRowColChange; split mode ends,
@@ -71,7 +72,8 @@ public:
 
     std::function<void()> OnRowColChange; ///< another current row or column
     std::function<void(int row)> OnClick; ///< left button, on a cell
-    /// -1 below the rows. Enter does the same on a row; without a handler Enter is the form's.
+    /// -1 below the rows. Enter does the same on a row; without a handler Enter is the form's, but in
+    /// an open cell, whose typing it ends.
     std::function<void(int row)> OnDoubleClick;
     std::function<void(int column)> OnHeaderClick;  ///< the grid itself never sorts
     std::function<void(Qt::MouseButton)> OnMouseUp; ///< before OnClick and OnContextMenu

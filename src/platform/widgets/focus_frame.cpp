@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QPushButton>
 #include <QSplitter>
 
@@ -19,59 +20,72 @@ bool IsFramed(const QWidget &control)
                   : qobject_cast<const QAbstractScrollArea *>(&control) != nullptr;
 }
 
+/// Where the frame of a control belongs, to move, scroll, hide and go with it.
+QWidget *Around(const QWidget &control)
+{
+    QWidget *around = control.parentWidget();
+    while (qobject_cast<QSplitter *>(around)) // which makes a pane of whatever is put into it
+        around = around->parentWidget();
+    return around;
+}
+
+class FocusFrame : public QWidget
+{
+public:
+    explicit FocusFrame(QWidget &control) : QWidget(Around(control)), m_control(&control)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setFocusPolicy(Qt::NoFocus);
+        control.installEventFilter(this);
+        Cover();
+        show();
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        if (m_control)
+            QPainter(this).fillRect(rect(), m_control->palette().highlight());
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::Resize:
+        case QEvent::Move:
+        case QEvent::ZOrderChange:
+            Cover();
+            break;
+        case QEvent::Hide:
+        case QEvent::Show:
+            setVisible(!m_control->isHidden());
+            break;
+        default:
+            break;
+        }
+        return QWidget::eventFilter(watched, event);
+    }
+
+private:
+    void Cover()
+    {
+        setGeometry(QRect(m_control->mapTo(parentWidget(), QPoint()), m_control->size()));
+        setMask(QRegion(rect()) - rect().adjusted(lineWidth, lineWidth, -lineWidth, -lineWidth));
+        raise();
+    }
+
+    QPointer<QWidget> m_control;
+};
+
 } // namespace
 
-FocusFrame::FocusFrame(QWidget &window) : QWidget(&window)
+void FrameFocusIn(QWidget &window)
 {
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setFocusPolicy(Qt::NoFocus);
-    hide();
-    connect(qApp, &QApplication::focusChanged, this,
-            [this, &window](const QWidget *, QWidget *focused) {
-                const bool isHere = focused && window.isAncestorOf(focused) && IsFramed(*focused);
-                Follow(isHere ? focused : nullptr);
-            });
-}
-
-void FocusFrame::Follow(QWidget *control)
-{
-    if (m_control)
-        m_control->removeEventFilter(this);
-    m_control = control;
-    if (!control) {
-        hide();
-        return;
-    }
-    control->installEventFilter(this);
-    QWidget *around = control->parentWidget(); // the frame moves, scrolls and hides with it
-    while (qobject_cast<QSplitter *>(around))  // which makes a pane of whatever is put into it
-        around = around->parentWidget();
-    setParent(around);
-    Cover();
-    show();
-}
-
-void FocusFrame::Cover()
-{
-    setGeometry(QRect(m_control->mapTo(parentWidget(), QPoint()), m_control->size()));
-    setMask(QRegion(rect()) - rect().adjusted(lineWidth, lineWidth, -lineWidth, -lineWidth));
-    raise();
-}
-
-void FocusFrame::paintEvent(QPaintEvent *)
-{
-    QPainter(this).fillRect(rect(),
-                            m_control ? m_control->palette().highlight() : palette().highlight());
-}
-
-bool FocusFrame::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_control) {
-        if (event->type() == QEvent::Resize || event->type() == QEvent::Move ||
-            event->type() == QEvent::ZOrderChange)
-            Cover();
-        else if (event->type() == QEvent::Hide)
-            hide();
-    }
-    return QWidget::eventFilter(watched, event);
+    QObject::connect(
+        qApp, &QApplication::focusChanged, &window,
+        [&window, frame = QPointer<FocusFrame>()](const QWidget *, QWidget *focused) mutable {
+            delete frame;
+            if (focused && window.isAncestorOf(focused) && IsFramed(*focused))
+                frame = new FocusFrame(*focused);
+        });
 }

@@ -2,7 +2,9 @@
 
 #include "aids/fit_to_page.h"
 #include "base/runtime_error.h"
+#include "platform/widgets/on_top.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -33,6 +35,8 @@ void PreviewPicture(const QImage &picture)
 {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(QApplication::applicationName());
+    if (picture.width() > picture.height()) // half of an upright page would stay blank
+        printer.setPageOrientation(QPageLayout::Landscape);
     QPrintPreviewDialog preview(&printer, QApplication::activeWindow());
     preview.setObjectName(QStringLiteral("PrintPreview"));
     preview.resize(PreviewSize);
@@ -44,8 +48,13 @@ void PreviewPicture(const QImage &picture)
             field->setAccessibleName(QStringLiteral("Page"));
     // Paper, zoom and the printer are on a toolbar, which Tab would pass by.
     const QList<QToolButton *> buttons = preview.findChildren<QToolButton *>();
-    for (QToolButton *button : buttons)
+    for (QToolButton *button : buttons) {
         button->setFocusPolicy(Qt::TabFocus);
+        QAction *action = button->defaultAction();
+        if (action && action->text() == QPrintPreviewDialog::tr("Print"))
+            action->setShortcut(QKeySequence::Print); // once more the key that led here
+    }
+    PutOnTop(preview);
     bool isPrinted = true;
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, [&](QPrinter *target) {
         isPrinted = PrintPictureToFitPage(*target, picture);

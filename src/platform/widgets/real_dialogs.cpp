@@ -1,5 +1,7 @@
 #include "platform/widgets/real_dialogs.h"
 
+#include "platform/widgets/on_top.h"
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
@@ -72,6 +74,12 @@ void MakeRoomForTitle(QMessageBox &box)
     grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+int RunAboveAll(QDialog &dialog)
+{
+    PutOnTop(dialog);
+    return dialog.exec();
+}
+
 /// A dialog above the hourglass shows the plain pointer.
 class PlainPointer
 {
@@ -105,7 +113,7 @@ Answer RealDialogs::MsgBox(const QString &text, int buttonsValue, const QString 
     const bool second = (buttonsValue & Box::SecondDefault) != 0 && buttons.size() > 1;
     box.setDefaultButton(buttons[second ? 1 : 0]);
     MakeRoomForTitle(box);
-    return AnswerOf(box.exec());
+    return AnswerOf(RunAboveAll(box));
 }
 
 std::optional<QString> RealDialogs::PickFile(const FileRequest &request)
@@ -125,7 +133,7 @@ std::optional<QString> RealDialogs::PickFile(const FileRequest &request)
     }
     if (!initial.fileName().contains(QLatin1Char('*')))
         dialog.selectFile(initial.fileName());
-    if (dialog.exec() != QDialog::Accepted)
+    if (RunAboveAll(dialog) != QDialog::Accepted)
         return std::nullopt;
     return dialog.selectedFiles().constFirst();
 }
@@ -133,15 +141,19 @@ std::optional<QString> RealDialogs::PickFile(const FileRequest &request)
 std::optional<QString> RealDialogs::PickFolder(const QString &title, const QString &initial)
 {
     const PlainPointer pointer;
-    const QString folder =
-        QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, initial);
-    return folder.isEmpty() ? std::nullopt : std::optional(folder);
+    QFileDialog dialog(QApplication::activeWindow(), title, initial);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (RunAboveAll(dialog) != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.selectedFiles().constFirst();
 }
 
 std::optional<Rgb> RealDialogs::PickColor(Rgb initial)
 {
     const PlainPointer pointer;
-    const QColor color =
-        QColorDialog::getColor(QColor::fromRgb(initial), QApplication::activeWindow());
-    return color.isValid() ? std::optional<Rgb>(color.rgb() & 0xFFFFFF) : std::nullopt;
+    QColorDialog dialog(QColor::fromRgb(initial), QApplication::activeWindow());
+    if (RunAboveAll(dialog) != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.selectedColor().rgb() & 0xFFFFFF;
 }
