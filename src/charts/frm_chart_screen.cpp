@@ -93,8 +93,7 @@ void frmChartScreen::BuildLayout()
     for (QRadioButton *button : {optDaily, optWeekly, optMonthly})
         interval->addWidget(button);
     auto *head = new WrappingRow;
-    head->AddGroup({m_range.lblFrom, m_range.dtpFrom});
-    head->AddGroup({m_range.lblTo, m_range.dtpTo});
+    m_range.AddTo(*head);
     head->AddGroup({lblSymbol, combSymbol});
     head->AddGroup({FrameInterval});
     auto *buttons = new QHBoxLayout;

@@ -69,8 +69,7 @@ void frmDailyProfitLoss::BuildControls()
 void frmDailyProfitLoss::BuildLayout()
 {
     auto *head = new WrappingRow;
-    head->AddGroup({m_range.lblFrom, m_range.dtpFrom});
-    head->AddGroup({m_range.lblTo, m_range.dtpTo});
+    m_range.AddTo(*head);
     head->AddGroup({m_range.cmdOK});
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();

@@ -74,8 +74,7 @@ void frmHistoryList::BuildControls()
 void frmHistoryList::BuildLayout()
 {
     auto *head = new WrappingRow;
-    head->AddGroup({m_range.lblFrom, m_range.dtpFrom});
-    head->AddGroup({m_range.lblTo, m_range.dtpTo});
+    m_range.AddTo(*head);
     head->AddGroup({m_range.cmdOK});
     head->AddStretch();
     head->AddGroup({lblTransCount, txtTransCount});

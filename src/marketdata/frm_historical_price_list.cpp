@@ -65,8 +65,7 @@ void frmHistoricalPriceList::BuildLayout()
     auto *lblSymbol = new QLabel(QStringLiteral("&Symbol"), this);
     lblSymbol->setBuddy(combSymbolList);
     auto *head = new WrappingRow;
-    head->AddGroup({m_range.lblFrom, m_range.dtpFrom});
-    head->AddGroup({m_range.lblTo, m_range.dtpTo});
+    m_range.AddTo(*head);
     head->AddGroup({lblSymbol, combSymbolList});
     head->AddGroup({m_range.cmdOK});
     auto *buttons = new QHBoxLayout;

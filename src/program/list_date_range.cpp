@@ -1,6 +1,7 @@
 #include "program/list_date_range.h"
 
 #include "platform/widgets/date_field.h"
+#include "platform/widgets/wrapping_row.h"
 
 ListDateRange::ListDateRange(Form &form, Program &program, QDate &from, QDate &to)
     : m_program(program), m_from(from), m_to(to)
@@ -25,6 +26,12 @@ ListDateRange::ListDateRange(Form &form, Program &program, QDate &from, QDate &t
     cmdOK = form.MakeButton("cmdOK", "&OK");
     cmdOK->setDefault(true);
     cmdOK->setToolTip(QStringLiteral("Select after changing 'From' and 'To' date."));
+}
+
+void ListDateRange::AddTo(WrappingRow &head)
+{
+    head.AddGroup({lblFrom, dtpFrom});
+    head.AddGroup({lblTo, dtpTo});
 }
 
 QDate ListDateRange::From() const

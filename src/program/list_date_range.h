@@ -4,7 +4,8 @@
 /// and cmdOK, which the user presses to see the rows of another range.
 ///
 ///     ListDateRange m_range{*this, m_program};             a member of the screen
-///     head->addWidget(m_range.lblFrom);                     and so on, in the screen's layout
+///     m_range.AddTo(*head);                                 in the screen's layout
+///     head->AddGroup({m_range.cmdOK});
 ///     OnClick(m_range.cmdOK, [this] { cmdOK_Click(); });
 ///     m_range.Set(NoDate(), today);                         every row there is
 ///
@@ -16,6 +17,7 @@
 #include <QLabel>
 
 class DateField;
+class WrappingRow;
 
 class ListDateRange
 {
@@ -26,6 +28,9 @@ public:
     {}
     /// Changes go into `from` and `to`, which must outlive it.
     ListDateRange(Form &form, Program &program, QDate &from, QDate &to);
+
+    /// Labels and pickers; cmdOK stands where the screen puts it.
+    void AddTo(WrappingRow &head);
 
     QDate From() const;
     QDate To() const;

@@ -237,17 +237,9 @@ bool DataGrid::HandleColumn(const QKeyEvent &event)
     const int column = CurrentColumn();
     if (column < 0)
         return false;
-    const bool narrower = event.key() == Qt::Key_Left, wider = event.key() == Qt::Key_Right;
-    if (event.modifiers() == Qt::ControlModifier && event.key() == Qt::Key_Space) {
-        HeaderClicked(column);
-        return true;
-    }
-    if (event.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier) || (!narrower && !wider))
-        return false;
-    GridPane *pane = PaneOf(column);
-    const int step = fontMetrics().averageCharWidth() * (wider ? 1 : -1);
-    pane->setColumnWidth(column, std::max(pane->horizontalHeader()->minimumSectionSize(),
-                                          pane->columnWidth(column) + step));
+    if (!GridHeading::IsClick(event))
+        return PaneOf(column)->Heading().Resize(column, event);
+    HeaderClicked(column);
     return true;
 }
 
@@ -255,7 +247,7 @@ void DataGrid::MarkCurrentColumn()
 {
     const bool hasKeys = m_left->hasFocus() || m_right->hasFocus();
     for (GridPane *pane : {m_left, m_right})
-        pane->MarkColumn(hasKeys ? CurrentColumn() : -1);
+        pane->Heading().Mark(hasKeys ? CurrentColumn() : -1);
 }
 
 bool DataGrid::HandleMove(QKeyEvent *event)

@@ -293,20 +293,12 @@ bool FlexGrid::HandleColumn(const QKeyEvent &event)
     const int section = currentIndex().column();
     if (section < 0)
         return false;
-    if (event.modifiers() == Qt::ControlModifier && event.key() == Qt::Key_Space) {
-        const QPointer<FlexGrid> alive = this;
-        HeaderClicked(section);
-        if (alive && !currentIndex().isValid()) // sorted anew; the keys stay on their column
-            setCurrentIndex(m_model->index(0, section));
-        return true;
-    }
-    const bool narrower = event.key() == Qt::Key_Left, wider = event.key() == Qt::Key_Right;
-    if (event.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier) || (!narrower && !wider) ||
-        horizontalHeader()->sectionResizeMode(section) != QHeaderView::Interactive)
-        return false;
-    const int step = fontMetrics().averageCharWidth() * (wider ? 1 : -1);
-    setColumnWidth(section,
-                   std::max(horizontalHeader()->minimumSectionSize(), columnWidth(section) + step));
+    if (!GridHeading::IsClick(event))
+        return m_heading->Resize(section, event);
+    const QPointer<FlexGrid> alive = this;
+    HeaderClicked(section);
+    if (alive && !currentIndex().isValid()) // sorted anew; the keys stay on their column
+        setCurrentIndex(m_model->index(0, section));
     return true;
 }
 

@@ -1,6 +1,9 @@
 #include "platform/widgets/grid_heading.h"
 
+#include <QKeyEvent>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace
 {
@@ -22,6 +25,22 @@ void GridHeading::Mark(int column)
         return;
     m_marked = column;
     viewport()->update();
+}
+
+bool GridHeading::IsClick(const QKeyEvent &key)
+{
+    return key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_Space;
+}
+
+bool GridHeading::Resize(int column, const QKeyEvent &key)
+{
+    const bool wider = key.key() == Qt::Key_Right;
+    if (key.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier) ||
+        (!wider && key.key() != Qt::Key_Left) || sectionResizeMode(column) != Interactive)
+        return false;
+    const int step = parentWidget()->fontMetrics().averageCharWidth() * (wider ? 1 : -1);
+    resizeSection(column, std::max(minimumSectionSize(), sectionSize(column) + step));
+    return true;
 }
 
 void GridHeading::paintSection(QPainter *painter, const QRect &rect, int column) const

@@ -1,6 +1,7 @@
 #pragma once
 
-/// The headings of a grid. A line under one shows those who use the keys which column they are in.
+/// The headings of a grid, and what the keys do with them in place of the mouse. A line under one shows
+/// those who use the keys which column they are in.
 
 #include <QHeaderView>
 
@@ -11,6 +12,12 @@ public:
 
     /// The column that the keys are for; -1: none.
     void Mark(int column);
+
+    /// Ctrl+Space: the heading of the current column is clicked.
+    static bool IsClick(const QKeyEvent &key);
+    /// Ctrl+Shift+Left and Right make the column narrower and wider by a character, where the user may
+    /// do so. False: it is no such key, or no such column.
+    bool Resize(int column, const QKeyEvent &key);
 
 protected:
     void paintSection(QPainter *painter, const QRect &rect, int column) const override;

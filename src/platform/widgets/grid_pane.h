@@ -40,7 +40,7 @@ public:
 
     void keyboardSearch(const QString &search) override;
 
-    void MarkColumn(int column) { m_heading->Mark(column); }
+    GridHeading &Heading() { return *m_heading; }
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
