@@ -2,7 +2,8 @@
 # Prepares a clean Debian for the test that installs our package in it: the only step of ./test, next
 # to installing packages, that may ask the network.
 #
-#   scripts/clean_debian.sh BUILD      with the package in BUILD/quillon_*.deb
+#   scripts/clean_debian.sh BUILD base        the clean Debian
+#   scripts/clean_debian.sh BUILD archives    what BUILD/quillon_*.deb needs in it
 #
 #   BUILD/clean_debian/base.tar        what debootstrap makes of the release this machine runs
 #   BUILD/clean_debian/archives/       the packages that ours needs beyond that, and no recommended ones
@@ -26,12 +27,16 @@ give_up() {
 }
 
 mkdir -p "$folder"
-package="$(ls -t "$build"/quillon_*.deb | head -n 1)"
-needs="$(dpkg-deb -f "$package" Architecture Depends)"
-if [[ -f "$folder/base.tar" && "$needs" == "$(cat "$folder/needs" 2>/dev/null)" ]]; then
-    exit 0
+if [[ "$2" == base ]]; then
+    [[ ! -f "$folder/base.tar" ]] || exit 0
+else
+    [[ -f "$folder/base.tar" ]] || exit 0 # the reason is there
+    package="$(ls -t "$build"/quillon_*.deb | head -n 1)"
+    needs="$(dpkg-deb -f "$package" Architecture Depends)"
+    [[ "$needs" != "$(cat "$folder/needs" 2>/dev/null)" ]] || exit 0
+    rm -f "$folder/needs"
 fi
-rm -f "$folder/needs" "$folder/reason"
+rm -f "$folder/reason"
 
 if [[ $EUID -ne 0 ]]; then
     sudo -n true 2>/dev/null || give_up "a clean Debian can be made by root alone, and sudo asks"
@@ -62,7 +67,7 @@ mirror() {
 [[ -n "$(mirror)" ]] || apt-get update >"$log" 2>&1 || true
 [[ -n "$(mirror)" ]] || give_up "this machine has no package source of Debian $release"
 
-if [[ ! -f "$folder/base.tar" ]]; then
+if [[ "$2" == base ]]; then
     say "making a clean Debian $release"
     # The way out that this machine's own package manager has been given.
     eval "$(apt-config shell proxy Acquire::http::Proxy)"
@@ -75,7 +80,8 @@ if [[ ! -f "$folder/base.tar" ]]; then
     { tar -C "$work/root" --one-file-system -cf "$folder/base.tar.new" . &&
         mv "$folder/base.tar.new" "$folder/base.tar"; } 2>"$log" ||
         give_up "the clean Debian could not be kept: $(tail -n 1 "$log")"
-    rm -rf --one-file-system "$work/root"
+    chown --reference="$build" "$folder" "$folder/base.tar"
+    exit 0
 fi
 
 # This machine's sources, but the clean system's list of what is installed.
