@@ -5,6 +5,10 @@
 #   puts_files_where_they_belong.sh BUILD
 set -euo pipefail
 
+for tool in desktop-file-validate appstreamcli groff; do
+    command -v "$tool" >/dev/null || { printf 'skipped: %s is not installed\n' "$tool"; exit 77; }
+done
+
 build="$(cd "$1" && pwd)"
 work="$(mktemp -d)"
 program=

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <QStandardPaths>
 
 #include <cstdio>
 #include <cstring>
@@ -111,6 +112,13 @@ std::vector<QByteArray> CheckedBook::Lines(int digits) const
                         value + '\t' + cell.Code);
     }
     return lines;
+}
+
+bool ReaderIsInstalled(const char *reader)
+{
+    const bool isLibreOffice = std::strcmp(reader, "libreoffice") == 0;
+    const char *program = isLibreOffice ? "soffice" : "ssconvert";
+    return !QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty();
 }
 
 void ExpectCells(const char *reader, const std::vector<const CheckedBook *> &books)

@@ -65,6 +65,9 @@ private:
     std::map<std::pair<int, int>, Cell> m_cells;
 };
 
+/// False where "libreoffice" or "gnumeric" is not installed: an ordinary user may be unable to.
+bool ReaderIsInstalled(const char *reader);
+
 /// Reads the saved books with "xlrd", "libreoffice" or "gnumeric"; fails the test for every cell that
 /// is not as expected, and for whatever the reader complains of.
 void ExpectCells(const char *reader, const std::vector<const CheckedBook *> &books);
