@@ -27,7 +27,7 @@ bool ContinueWithoutBackup(Program &program)
     return program.services.dialogs.MsgBox(
                QStringLiteral("A backup has not been done today (recommended). \n"
                               "Continue anyway?"),
-               Box::YesNo + Box::Question + Box::SecondDefault, BoxTitle) == Answer::Yes;
+               Box::YesNo + Box::SecondDefault, BoxTitle) == Answer::Yes;
 }
 
 QString HistPricesPath(const Program &program, const QString &name = QStringLiteral("HistPrices"))

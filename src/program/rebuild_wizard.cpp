@@ -48,7 +48,7 @@ bool BackupIsSettled(Program &program)
         QStringLiteral("Caution! You're about to re-build your portfolio from History,\n"
                        "the operation can not be backed out after it is completed.\n\n"
                        "A backup is highly recommended! Start Backup procedure?"),
-        Box::YesNo + Box::Question, WizardTitle());
+        Box::YesNo, WizardTitle());
     if (answer != Answer::Yes)
         return true;
     const QString backup = QStringLiteral("frmBackupRestore");
@@ -227,7 +227,7 @@ void StartRebuildFromHistory(Program &program)
     const auto leave = qScopeGuard(
         [&] { entry.RebuildMode = entry.RebuildRunning = entry.RebuildNewDay = false; });
     if (program.services.dialogs.MsgBox(QStringLiteral("Continue to re-build from history?"),
-                                        Box::YesNo + Box::Question, WizardTitle()) != Answer::Yes) {
+                                        Box::YesNo, WizardTitle()) != Answer::Yes) {
         program.screens.Unload(EntryForm);
         return;
     }

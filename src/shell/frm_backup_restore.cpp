@@ -208,7 +208,7 @@ bool frmBackupRestore::GoTo(const QString &root, const QString &path)
         } catch (const RuntimeError &error) {
             const Answer answer = MsgBox(
                 ErrorLines(error) + QStringLiteral("\nCorrect problem and reply when completed"),
-                Box::RetryCancel + Box::Exclamation, EditorTitle());
+                Box::RetryCancel, EditorTitle());
             if (answer != Answer::Retry)
                 return false;
         }

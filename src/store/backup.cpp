@@ -22,8 +22,7 @@ Answer AskToOverwrite(Services &services, const QString &target, const QString &
     return services.dialogs.MsgBox(
         QStringLiteral("Overwrite destination files in %1\nwith files from %2/ directory?")
             .arg(target, source),
-        buttons + Box::Question + Box::SecondDefault,
-        ApplicationTitle() + QStringLiteral(" Restore"));
+        buttons + Box::SecondDefault, ApplicationTitle() + QStringLiteral(" Restore"));
 }
 
 /// False when it is there already.
@@ -92,7 +91,6 @@ void TellNothingFound(Services &services, const QString &source)
             "rename it to Quillon there and restore again.")
             .arg(source + RestoredFolder),
         Box::Exclamation, EditorTitle());
-    Status(services, QStringLiteral("Nothing was restored!"));
 }
 
 } // namespace
@@ -141,10 +139,8 @@ bool Restore(Services &services, const AccountLock &accountLock, const QString &
     try {
         if (answer == Answer::Yes)
             RequireNoneElsewhere(accountLock, source + RestoredFolder, services.appPath);
-        if (!RestoreFiles(services, source + RestoredFolder, answer == Answer::Yes, afterFile)) {
+        if (!RestoreFiles(services, source + RestoredFolder, answer == Answer::Yes, afterFile))
             TellNothingFound(services, source);
-            return false;
-        }
     } catch (const RuntimeError &error) {
         if (error.Number() != RuntimeError::PermissionDeniedNumber)
             throw;

@@ -25,7 +25,8 @@ QString BackupSource(const QString &chosen);
 
 /// True when the backup was made, false when the user did not want the old one to be overwritten.
 bool BackUp(Services &services, const QString &target, const AfterFile &afterFile);
-/// True when files were brought back, or all of them were there already. Nothing is brought back when
-/// another program than the one that holds `accountLock` has one of the accounts.
+/// True when the procedure came to its end. A backup without files for it gets a message before that.
+/// Nothing is brought back when another program than the one that holds `accountLock` has one of the
+/// accounts.
 bool Restore(Services &services, const AccountLock &accountLock, const QString &source,
              const AfterFile &afterFile);

@@ -298,7 +298,7 @@ bool frmSecurityUpdate::Validate()
     GoToError(error);
     if (error == SecurityError::Allocation &&
         MsgBox(QStringLiteral("Would you like to evenly allocate all selected sectors?"),
-               Box::YesNo + Box::Question, EditorTitle()) == Answer::Yes) {
+               Box::YesNo, EditorTitle()) == Answer::Yes) {
         AdodcSecurityAssetClass.AllocateEvenly();
         ShowClasses();
     }

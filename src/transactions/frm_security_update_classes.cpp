@@ -108,8 +108,7 @@ bool frmSecurityUpdate::DataGridAssetClass_BeforeUpdate(int row)
             DataGridAssetClass->SetEditedText(ClassColumn, known);
             return true;
         }
-    if (MsgBox(NewAssetClassQuestion(name), Box::YesNo + Box::Question, EditorTitle()) ==
-        Answer::Yes) {
+    if (MsgBox(NewAssetClassQuestion(name), Box::YesNo, EditorTitle()) == Answer::Yes) {
         AddAssetClassName(m_program.databases.gRsApplication, name,
                           m_program.services.clock.Today());
         LoadClassNames();

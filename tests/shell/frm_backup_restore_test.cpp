@@ -178,7 +178,7 @@ TEST_F(BackupScreen, AFolderThatIsGoneCanBeTriedAgain)
     EXPECT_EQ(run.boxes.Texts(),
               QStringList("Error number 76\nDescription: Path not found: " +
                           home.filePath("Stick") + "\nCorrect problem and reply when completed"));
-    EXPECT_EQ(run.boxes.boxes[0].buttonsValue & Box::ButtonsMask, Box::RetryCancel);
+    EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::RetryCancel);
 }
 
 TEST_F(BackupScreen, AFolderThatStaysGoneLeavesTheOneBefore)
@@ -350,7 +350,7 @@ TEST_F(Compacting, FromTheMenuAsksWhenNoBackupWasMadeToday)
     run.Choose("mnuFLCompactDBA");
     EXPECT_EQ(run.boxes.Texts(), QStringList(CompactQuestion));
     EXPECT_EQ(run.boxes.boxes[0].title, "MDI Editor");
-    EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::YesNo + Box::Question + Box::SecondDefault);
+    EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::YesNo + Box::SecondDefault);
     EXPECT_TRUE(run.State().databases.gConnAccount.IsOpen()); // nothing was done
     EXPECT_TRUE(run.App().Host().Loaded("frmDailyTracker"));
 }

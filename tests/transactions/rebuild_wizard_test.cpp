@@ -99,9 +99,9 @@ TEST_F(RebuildWizard, AsksForABackupOnceInARun)
     ASSERT_EQ(run.boxes.boxes.size(), 2U);
     EXPECT_EQ(run.boxes.boxes[0].text, BackupQuestion);
     EXPECT_EQ(run.boxes.boxes[0].title, "Quillon Wizard");
-    EXPECT_EQ(run.boxes.boxes[0].buttonsValue & Box::ButtonsMask, Box::YesNo);
+    EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::YesNo);
     EXPECT_EQ(run.boxes.boxes[1].text, ContinueQuestion);
-    EXPECT_EQ(run.boxes.boxes[1].buttonsValue & Box::ButtonsMask, Box::YesNo);
+    EXPECT_EQ(run.boxes.boxes[1].buttonsValue, Box::YesNo);
     Boxes();
     Continue(Reply::No);
     PressWizard();
