@@ -93,6 +93,30 @@ void TellNothingFound(Services &services, const QString &source)
         Box::Exclamation, EditorTitle());
 }
 
+bool IsWithin(const QString &path, const QString &folder)
+{
+    return path == folder || path.startsWith(folder + QLatin1Char('/'));
+}
+
+/// Why there can be no backup at `target`; empty: there can. A backup in the application folder would
+/// hold itself, and a restore goes to the first backup of a path. Links are resolved.
+QString Refusal(const QString &appPath, const QString &target)
+{
+    const QString chosen =
+        QFileInfo(QDir::cleanPath(target + QLatin1String("/.."))).canonicalFilePath();
+    const QString source = QFileInfo(appPath).canonicalFilePath();
+    const QFileInfo copy(QDir(target).filePath(QFileInfo(appPath).fileName()));
+    if (IsWithin(chosen, source) || copy.canonicalFilePath() == source)
+        return QStringLiteral("A backup cannot be made in the folder that it copies:\n%1\n"
+                              "Please select another directory.")
+            .arg(chosen);
+    if (chosen.split(QLatin1Char('/')).contains(BackupFolder.mid(1)))
+        return QStringLiteral("This directory is part of a backup:\n%1\n"
+                              "Please select a directory outside of it.")
+            .arg(chosen);
+    return {};
+}
+
 } // namespace
 
 QString BackupTarget(const QString &chosen)
@@ -112,6 +136,11 @@ QString BackupSource(const QString &chosen)
 
 bool BackUp(Services &services, const QString &target, const AfterFile &afterFile)
 {
+    if (const QString refusal = Refusal(services.appPath, target); !refusal.isEmpty()) {
+        services.dialogs.MsgBox(refusal, Box::Exclamation, EditorTitle());
+        Status(services, QStringLiteral("Backup not executed!"));
+        return false;
+    }
     const bool targetExists = !MakeFolder(target);
     Status(services, QStringLiteral("Commencing backup procedure..."));
     if (targetExists &&

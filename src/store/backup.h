@@ -23,7 +23,8 @@ QString BackupTarget(const QString &chosen);
 /// The part of the chosen path up to its folder "Quillon Backup"; empty when it leads into none.
 QString BackupSource(const QString &chosen);
 
-/// True when the backup was made, false when the user did not want the old one to be overwritten.
+/// True when the backup was made. False when the user did not want the old one to be overwritten, or
+/// when the target is inside the application folder or inside a backup, which a message says.
 bool BackUp(Services &services, const QString &target, const AfterFile &afterFile);
 /// True when the procedure came to its end. A backup without files for it gets a message before that.
 /// Nothing is brought back when another program than the one that holds `accountLock` has one of the

@@ -150,12 +150,43 @@ TEST_F(ABackup, OverAnExistingOneAnsweredYesReplacesItsFilesAndKeepsOthers)
     EXPECT_EQ(AccountFile::Bytes(Copied("Old.mdb")), "kept");
 }
 
-TEST_F(ABackup, InsideTheApplicationFolderDoesNotCopyItself)
+TEST_F(ABackup, InTheApplicationFolderIsRefused)
 {
-    const QString target = BackupTarget(App(""));
-    EXPECT_TRUE(BackUp(machine.services, target, Nothing));
-    EXPECT_EQ(Symbols(target + "Quillon/Broker.mdb"), "ok ACME");
-    EXPECT_FALSE(QFileInfo::exists(target + "Quillon/Quillon Backup"));
+    ASSERT_TRUE(QFile::link(App("help"), Place("link")));
+    for (const QString &chosen : {App("."), App("help"), Place("link")}) {
+        EXPECT_FALSE(BackUp(machine.services, BackupTarget(chosen), Nothing)) << qPrintable(chosen);
+        EXPECT_EQ(machine.Status(), "Backup not executed!");
+        EXPECT_FALSE(QFileInfo::exists(BackupTarget(chosen)));
+    }
+    EXPECT_EQ(machine.dialogs.Boxes()[1], "Quillon Editor|48|A backup cannot be made in the folder "
+                                          "that it copies:\n" +
+                                              App("help").toStdString() +
+                                              "\nPlease select another directory.");
+    EXPECT_EQ(machine.dialogs.Boxes().size(), 3U);
+}
+
+TEST_F(ABackup, OfAProgramThatRunsFromItsBackupIsNotMadeOverIt)
+{
+    Backup();
+    machine.services.appPath = Copied("").chopped(1);
+    EXPECT_FALSE(Backup());
+    EXPECT_NE(machine.dialogs.Boxes().back().find("cannot be made"), std::string::npos);
+    EXPECT_EQ(Symbols(Copied("Broker.mdb")), "ok ACME");
+}
+
+TEST_F(ABackup, InsideABackupIsRefused)
+{
+    Backup();
+    QDir().mkpath(Place("Quillon Backup 2025"));
+    for (const char *chosen : {"Quillon Backup", "Quillon Backup/Quillon/help"}) {
+        EXPECT_FALSE(BackUp(machine.services, BackupTarget(Place(chosen)), Nothing)) << chosen;
+        EXPECT_EQ(machine.dialogs.Boxes().back(),
+                  "Quillon Editor|48|This directory is part of a backup:\n" +
+                      Place(chosen).toStdString() + "\nPlease select a directory outside of it.");
+        EXPECT_FALSE(QFileInfo::exists(BackupTarget(Place(chosen))));
+    }
+    EXPECT_TRUE(
+        BackUp(machine.services, BackupTarget(Place("Quillon Backup 2025")), Nothing)); // a name
 }
 
 TEST_F(ABackup, DoesNotFollowALinkThatLeadsBackUp)
