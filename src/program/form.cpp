@@ -43,6 +43,8 @@ void AskForMenu(QWidget &focused)
 
 bool RunGuarded(Program &program, const std::function<void()> &handler)
 {
+    if (program.run.Ended) // what is still shown is only taken down
+        return false;
     try {
         handler();
         return true;

@@ -34,7 +34,8 @@ enum class Placement
     Hidden
 };
 
-/// Runs a handler of an event; see Form. Returns false when the program has ended in it.
+/// Runs a handler of an event; see Form. Returns false when the program has ended, in it or before it,
+/// which it then does not run.
 bool RunGuarded(Program &program, const std::function<void()> &handler);
 
 class Form : public QWidget

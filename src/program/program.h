@@ -35,6 +35,7 @@ struct RunState
     bool SignOnCancelled = false;
     bool ExitInProgress = false;    ///< an exit was tried, even if it was refused
     bool ProgramClosing = false;    ///< an exit is on its way that nothing refuses any more
+    bool Ended = false;             ///< the databases are closed for good: no handler runs any more
     bool DateSelectOpen = false;    ///< the options of a report are up
     bool ExcelServerFound = false;  ///< a program took the last report's workbook to show it
     bool BrowserAlive = false;      ///< the user's browser took a page of ours

@@ -132,7 +132,7 @@ Application::Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime,
 
 Application::~Application()
 {
-    m_ended = true;
+    m_ended = m_program->run.Ended = true;
     m_commands.OnChange = nullptr;
     m_host.DestroyAll();
 }
@@ -156,7 +156,7 @@ bool Application::Exit()
 
 void Application::MarkEnded()
 {
-    m_ended = true;
+    m_ended = m_program->run.Ended = true;
     CloseDatabases(m_program->databases);
     m_program->databases.accountLock.Release();
     m_host.EndAll();

@@ -245,8 +245,9 @@ void ScreenHost::DisplayWindow(LoadedScreen &screen, Qt::WindowFlags type)
 
 void ScreenHost::OnChildActivated(QMdiSubWindow *subWindow)
 {
-    // The signal also comes when the main window itself gains or loses the focus.
-    if (!subWindow)
+    // The signal also comes when the main window itself gains or loses the focus. On the way out the
+    // screen behind the one that closes is the next to close.
+    if (!subWindow || m_program->run.ProgramClosing)
         return;
     for (const auto &screen : m_loaded) {
         if (screen->subWindow == subWindow && m_activeChild != screen->name) {

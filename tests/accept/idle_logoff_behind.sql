@@ -1,0 +1,1 @@
+-- starts from idle_logoff.sql
