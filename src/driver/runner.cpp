@@ -74,25 +74,28 @@ bool Runner::MayGoOn() const
 
 void Runner::DoNextCommand()
 {
+    std::optional<ScriptLine> command;
+    // Others may have run meanwhile, inside a modal form.
+    const auto line = [&] { return command ? command->line : m_script.Line(); };
     try {
         const OpenCommand open(*this);
         // Timers that are due at once are no posted events: let them have their turn as well.
         QCoreApplication::processEvents();
         m_session.ForgetEndedProgram(m_modalAtStart.size() == 1);
 
-        const std::optional<ScriptLine> command = m_script.Next();
+        command = m_script.Next();
         if (command)
             RunCommand(m_session, *command);
         else
             m_finished = true;
     } catch (const Failure &failure) {
-        ReportFailure(m_script.Line(), failure.Reason());
+        ReportFailure(line(), failure.Reason());
         Finish(failure.Status());
         return;
     } catch (const ProgramEnded &) {
         // The command ended the program; the script goes on without it.
     } catch (const RuntimeError &error) {
-        ReportFailure(m_script.Line(), ErrorLines(error));
+        ReportFailure(line(), ErrorLines(error));
         Finish(1);
         return;
     }

@@ -208,14 +208,27 @@ void RequireUsable(QWidget *control)
 namespace
 {
 
+/// A form may close as it comes to the front, and another one take its place.
+void RequireThere(const QPointer<QWidget> &control, const QString &name)
+{
+    if (!control)
+        throw Failed(
+            QStringLiteral("%1 cannot be used: its form closed as it came to the front").arg(name));
+    RequireUsable(control);
+}
+
 /// The form of `control` comes to the front. A child form's frame, when it comes there by a focus
-/// that arrives inside, would hand the focus on to another control.
+/// that arrives inside, would hand the focus on to another control. Throws Failed when the control
+/// cannot be used there.
 void BringToFront(QWidget *control)
 {
+    const QPointer<QWidget> stillThere = control;
+    const QString name = NameOf(control);
     if (QApplication::activeWindow() != control->window()) {
         control->window()->raise();
         control->window()->activateWindow();
         QCoreApplication::processEvents();
+        RequireThere(stillThere, name);
     }
     for (QWidget *parent = control; parent; parent = parent->parentWidget()) {
         auto *frame = qobject_cast<QMdiSubWindow *>(parent);
@@ -223,6 +236,7 @@ void BringToFront(QWidget *control)
             continue;
         frame->mdiArea()->setActiveSubWindow(frame);
         QCoreApplication::processEvents();
+        RequireThere(stillThere, name);
     }
 }
 
@@ -233,8 +247,11 @@ void Focus(QWidget *control)
     RequireUsable(control);
     BringToFront(control);
     if (!IsWithin(QApplication::focusWidget(), control)) {
+        const QPointer<QWidget> stillThere = control;
+        const QString name = NameOf(control);
         control->setFocus(Qt::TabFocusReason);
         QCoreApplication::processEvents();
+        RequireThere(stillThere, name);
     }
     const QWidget *focused = QApplication::focusWidget();
     if (!IsWithin(focused, control) && focused != control->focusProxy())
@@ -305,13 +322,18 @@ void ClickAt(QWidget *target, const QRect &area, Qt::MouseButton button)
 {
     RequireUsable(target);
     BringToFront(target);
-    QTest::mouseClick(target, button, Qt::NoModifier, area.center());
+    const QPointer<QWidget> stillThere = target;
+    QTest::mousePress(target, button, Qt::NoModifier, area.center());
+    if (stillThere) // the press may close its form
+        QTest::mouseRelease(target, button, Qt::NoModifier, area.center());
 }
 
 void DoubleClickAt(QWidget *target, const QRect &area)
 {
-    ClickAt(target, area);
     const QPointer<QWidget> stillThere = target;
+    ClickAt(target, area);
+    if (!stillThere)
+        return;
     QTest::mouseDClick(target, Qt::LeftButton, Qt::NoModifier, area.center());
     if (stillThere)
         QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier, area.center());

@@ -284,6 +284,38 @@ TEST_F(AModalForm, EndsWithTheProgram)
     EXPECT_EQ(result.status, 0) << result.errors;
 }
 
+/// Behind the tracker an entry is open; the row chosen last has no type, so that the entry gives way to
+/// the security screen as soon as it comes to the front.
+TEST(AFormThatGivesWay, FailsTheCommandThatBroughtItToTheFront)
+{
+    const DriverRun run;
+    run.folder.Execute(run.folder.SampleAccount(),
+                       "INSERT INTO DailyTracker (Symbol, Name, TransDate, Time) VALUES "
+                       "('ACME', 'Acme Corp', '2026-03-02', '09:00:00.000'), "
+                       "('NEWCO', 'Newcomb Tools', '2026-03-02', '09:00:00.000')");
+    run.folder.Execute(run.folder.File("ApplControl.xxx"),
+                       "INSERT INTO SecurityDetail VALUES ('ACME', 'Acme Corp', 'Stock')");
+    const QByteArray field = "frmTransactionUpdate.txtNumberOfShares";
+    for (const QByteArray &command :
+         {"focus " + field, "click " + field, "dblclick " + field, "type " + field + " 5"}) {
+        const DriverResult result =
+            run.Run("set Options DailyTracker 1\n"
+                    "launch\n"
+                    "rowdblclick frmDailyTracker.DataGridStock Symbol ACME\n"
+                    "select frmDailyTracker.DataGridStock Symbol NEWCO\n" +
+                    command +
+                    "\n"
+                    "expect box \"Security NEWCO does not have a valid type entry!\"\n"
+                    "expect loaded frmTransactionUpdate = \"no\"\n"
+                    "close frmSecurityUpdate\n"
+                    "echo \"not reached\"\n");
+        EXPECT_EQ(result.status, 1) << command.constData();
+        EXPECT_EQ(result.errors, "line 9: frmTransactionUpdate.txtNumberOfShares cannot be used: "
+                                 "its form closed as it came to the front\n");
+        EXPECT_EQ(result.output, "");
+    }
+}
+
 // --- boxes ---------------------------------------------------------------------------------------
 
 class AQuestion : public testing::Test
