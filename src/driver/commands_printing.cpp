@@ -1,8 +1,11 @@
 #include "driver/commands.h"
 #include "driver/failure.h"
+#include "driver/looks.h"
 #include "driver/printing.h"
 #include "shell/frm_mdi_main.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QWidget>
 
 namespace
@@ -85,6 +88,31 @@ Lines Status(Session &session, const QStringList &arguments)
     return {panels[panel - 1]};
 }
 
+Lines Colors(Session &session, const QStringList &arguments)
+{
+    return {Looks::Colors(session.Control(arguments[0]))};
+}
+
+Lines Font(Session &session, const QStringList &arguments)
+{
+    return {Looks::Font(session.Control(arguments[0]))};
+}
+
+Lines Geometry(Session &session, const QStringList &arguments)
+{
+    return {Looks::Geometry(session.Form(arguments[0]))};
+}
+
+Lines TabOrder(Session &session, const QStringList &arguments)
+{
+    return Looks::TabOrder(session.Form(arguments[0]));
+}
+
+Lines Clipboard(Session &, const QStringList &)
+{
+    return {Printing::CellText(QGuiApplication::clipboard()->text())};
+}
+
 Lines Boxes(Session &session, const QStringList &)
 {
     return session.Dialogs().TakeBoxes();
@@ -143,6 +171,11 @@ QList<ScriptCommand> PrintingCommands()
         {"caption", "FORM", 1, 1, true, Caption},
         {"tip", "FORM.CONTROL", 1, 1, true, Tip},
         {"status", "[N]", 0, 1, true, Status},
+        {"colors", "FORM.CONTROL", 1, 1, true, Colors},
+        {"font", "FORM.CONTROL", 1, 1, true, Font},
+        {"geometry", "FORM", 1, 1, true, Geometry},
+        {"taborder", "FORM", 1, 1, true, TabOrder},
+        {"clipboard", "", 0, 0, true, Clipboard},
         {"boxes", "", 0, 0, true, Boxes},
         {"pages", "", 0, 0, true, Pages},
         {"prints", "", 0, 0, true, Prints},
