@@ -48,6 +48,11 @@ void DisableMenusForSignOn(CommandStates &commands)
                false);
 }
 
+void SetAccountButtonsEnabled(CommandStates &commands, bool enabled)
+{
+    SetEnabled(commands, {"Connect", "SaveAs", "Setup", "Wizard", "SplitScreen"}, enabled);
+}
+
 void UncheckExcelMenuOptions(CommandStates &commands)
 {
     commands.UncheckGroup(QStringLiteral("mnuEX"));

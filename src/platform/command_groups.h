@@ -20,6 +20,10 @@ void EnableAllMenus(CommandStates &commands, bool rebuildRunning);
 /// stay in use.
 void DisableMenusForSignOn(CommandStates &commands);
 
+/// The buttons that work on the open account. New and Open lead to another one, also after a sign-on
+/// that was cancelled.
+void SetAccountButtonsEnabled(CommandStates &commands, bool enabled);
+
 /// Each clears the marks of one group of entries.
 void UncheckExcelMenuOptions(CommandStates &commands);
 void UncheckInternetMenuOptions(CommandStates &commands);

@@ -244,6 +244,8 @@ void StartRebuildFromHistory(Program &program)
     }
     entry.RebuildMode = entry.RebuildRunning = entry.RebuildNewDay = false;
     EnableFileAndServiceButtons(program.services.commands);
+    if (program.run.SignOnCancelled)
+        SetAccountButtonsEnabled(program.services.commands, false);
     if (built)
         program.priceUpdate.HistoricalRetryNeeded = true;
     if (opened)

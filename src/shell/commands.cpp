@@ -51,13 +51,6 @@ QString ScreenOf(const QString &name)
     return command ? command->Target() : QString();
 }
 
-/// The buttons that reach into the account by another way than the menus.
-bool NeedsSignOn(const QString &button)
-{
-    return button == QLatin1String("Setup") || button == QLatin1String("SaveAs") ||
-           button == QLatin1String("Wizard");
-}
-
 } // namespace
 
 Commands::Commands(Program &program, QMainWindow &window, ScreenHost &host,
@@ -112,10 +105,6 @@ void Commands::Run(const QString &name)
     if (!command)
         throw RuntimeError(RuntimeError::InvalidArgumentNumber,
                            QStringLiteral("There is no command ") + name);
-    // The toolbar stays as it is when the sign-on was cancelled, while the menus are disabled.
-    if (NeedsSignOn(name) &&
-        !CommandUsable(m_program.services.commands, QStringLiteral("mnuFLUserSetup")))
-        return;
     const QScopedValueRollback chosen(m_chosen, name);
     Carry(*command);
 }

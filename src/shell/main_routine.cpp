@@ -120,6 +120,8 @@ void MainRoutine::ReadAndOpen()
 {
     CommandStates &commands = m_program.services.commands;
     EnableAllMenus(commands, m_program.entry.RebuildRunning);
+    if (!m_program.entry.RebuildRunning)
+        SetAccountButtonsEnabled(commands, true);
     if (m_program.databases.accountError)
         throw RuntimeError(*m_program.databases.accountError);
     LoadDescriptiveTable(m_program.databases.gConnAccount, m_program.account,
@@ -127,10 +129,12 @@ void MainRoutine::ReadAndOpen()
     if (!m_program.entry.RebuildRunning)
         m_program.undo = UndoState();
     m_program.undo.UndoLast.Balance = m_program.account.AccountBalance;
+    m_program.run.SignOnCancelled = false; // of the account before
     if (m_program.account.PasswordProtected == 1) {
         m_host.ShowModal(QStringLiteral("frmPassword"));
         if (m_program.run.SignOnCancelled) {
             DisableMenusForSignOn(commands);
+            SetAccountButtonsEnabled(commands, false);
             return;
         }
     }

@@ -189,14 +189,16 @@ TEST_F(Start, LetsNoToolbarButtonReachTheAccountAfterACancelledSignOn)
     SignOnWith("", "", "cmdCancel");
     run.App().Launch();
     const QString status = run.Panel(1);
-    for (const char *button : {"Setup", "SaveAs", "Wizard", "UndoLast"})
+    for (const char *button : {"Connect", "Setup", "SaveAs", "Wizard", "UndoLast", "SplitScreen"}) {
+        EXPECT_FALSE(run.Commands().Enabled(button)) << button;
         run.Choose(button);
+    }
     EXPECT_EQ(run.log, QStringList());
     EXPECT_EQ(run.boxes.Texts(), QStringList()); // the rebuild did not ask
     EXPECT_EQ(run.Panel(1), status);
 }
 
-TEST_F(Start, EnablesAllMenusAgainForTheNextAccount)
+TEST_F(Start, EnablesAllMenusAndButtonsAgainForTheNextAccount)
 {
     run.GiveSecurity(folder.SampleAccount(), 1, 0, 15);
     const QString other = folder.AddAccount("Other.mdb");
@@ -207,6 +209,8 @@ TEST_F(Start, EnablesAllMenusAgainForTheNextAccount)
     run.Choose("Open");
     for (const char *name : TenMenus)
         EXPECT_TRUE(run.Commands().Enabled(name)) << name;
+    for (const char *button : {"Connect", "SaveAs", "Setup", "Wizard", "SplitScreen"})
+        EXPECT_TRUE(run.Commands().Enabled(button)) << button;
 }
 
 // --- an account named at the start ---------------------------------------------------------------
