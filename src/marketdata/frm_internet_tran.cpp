@@ -54,6 +54,7 @@ frmInternetTran::frmInternetTran(Program &program)
 
 void frmInternetTran::Load()
 {
+    m_program.priceUpdate.Pause = nullptr; // a pause that somebody has cut short
     m_cycle->Load();
 }
 

@@ -7,6 +7,8 @@
 
 #include <QString>
 
+class PriceCyclePause;
+
 struct PriceUpdateState
 {
     bool PriceUpdateActive = false; ///< frmInternetTran is loaded
@@ -27,4 +29,8 @@ struct PriceUpdateState
 
     bool VersionCheckedThisRun = false;
     QString WebVersionText; ///< the version that the version file named
+
+    /// The pause that ends by loading frmInternetTran again; none once it was switched on or off by
+    /// other means.
+    const PriceCyclePause *Pause = nullptr;
 };

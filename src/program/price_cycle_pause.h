@@ -5,7 +5,8 @@
 ///     void frmSecurityUpdate::Load()     { m_pause.Suspend(m_program); ... }
 ///     void frmSecurityUpdate::OnUnload() { m_pause.Resume(m_program); }
 ///
-/// It is stopped by unloading its hidden form, and begins anew when that is loaded again.
+/// It is stopped by unloading its hidden form, and begins again when that is loaded again. A screen
+/// resumes only what it suspended itself, and not what the user has switched off since.
 
 #include "program/program.h"
 
@@ -17,9 +18,10 @@ public:
     /// Loads the cycle that was suspended and says so; without one, clears the status. On the way
     /// out of the program prices are not asked for any more.
     void Resume(Program &program);
-    /// The user has switched the prices off meanwhile: what was suspended stays so.
-    void Forget() { PriceCycleSuspended = false; }
 
 private:
     bool PriceCycleSuspended = false;
 };
+
+/// The user switches the prices off: no screen that is open resumes them.
+void SwitchPricesOff(Program &program);

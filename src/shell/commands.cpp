@@ -5,6 +5,7 @@
 #include "program/command_target.h"
 #include "program/compact_databases.h"
 #include "program/external_browser.h"
+#include "program/price_cycle_pause.h"
 #include "program/print_screen.h"
 #include "program/rebuild_wizard.h"
 #include "shell/account_files.h"
@@ -277,10 +278,9 @@ void Commands::BackupOrRestore(const QString &mode)
 
 void Commands::Connect_Click()
 {
-    const QString form = QStringLiteral("frmInternetTran");
     if (m_program.priceUpdate.PriceUpdateActive)
-        m_host.Unload(form);
-    else if (!m_host.Load(form))
+        SwitchPricesOff(m_program);
+    else if (!m_host.Load(QStringLiteral("frmInternetTran")))
         PostNotBuilt();
 }
 

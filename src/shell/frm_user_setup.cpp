@@ -73,7 +73,10 @@ SetupChoices frmUserSetup::CurrentChoices() const
 {
     SetupChoices choices = ChoicesOf(m_program.settings, m_program.account,
                                      m_program.databases.gConnAccount, m_program.services.formats);
-    const bool isOffForNow = !m_program.priceUpdate.PriceUpdateActive && !m_program.run.NewAccount;
+    const PriceUpdateState &prices = m_program.priceUpdate;
+    // Suspended by another screen they are on: they go on when that screen closes.
+    const bool isOffForNow =
+        !prices.PriceUpdateActive && !prices.Pause && !m_program.run.NewAccount;
     if (choices.PriceUpdate == PriceUpdateOption::Enabled && isOffForNow)
         choices.PriceUpdate = PriceUpdateOption::DisabledTemp;
     return choices;
@@ -148,7 +151,7 @@ void frmUserSetup::OnUnload()
         !run.ProgramClosing) {
         m_program.accountRoutines->OpenAccount();
         if (m_shown.PriceUpdate != PriceUpdateOption::Enabled)
-            m_program.screens.Unload(PriceCycle);
+            SwitchPricesOff(m_program);
     }
     m_priceCyclePause.Resume(m_program); // says so, or clears the status
 }
@@ -347,8 +350,7 @@ void frmUserSetup::ReopenForReset()
 void frmUserSetup::SwitchPriceUpdate(PriceUpdateOption option)
 {
     if (option != PriceUpdateOption::Enabled) {
-        m_priceCyclePause.Forget();
-        m_program.screens.Unload(PriceCycle);
+        SwitchPricesOff(m_program);
     } else if (!m_program.priceUpdate.PriceUpdateActive && !m_program.run.NewAccount) {
         m_program.screens.Load(PriceCycle);
     }
