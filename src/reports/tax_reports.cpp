@@ -23,6 +23,11 @@ struct TaxLine : MatchResult
     }
 };
 
+bool Counts(const ReportChoice &choice, const MatchSale &sale)
+{
+    return choice.rows != ReportRows::DateRange || choice.InRange(sale.TransDate);
+}
+
 // --- a line for each security -----------------------------------------------------------------------
 
 class SummaryReport
@@ -34,7 +39,6 @@ public:
     void Write(const Connection &gConnAccount);
 
 private:
-    bool TakesAll() const { return m_choice.rows != ReportRows::DateRange; }
     void WriteSummaryRow();
 
     Report &m_report;
@@ -46,46 +50,25 @@ private:
     bool RowPending = false; ///< the line holds matched sales that are not printed yet
 };
 
-// One sale at a time, and a security's line is written when a sale behind it is seen: the next
-// security's first, or one behind the date range. Such a sale has not moved on: it comes up once more,
-// with no security open. By then a sale behind the range has used its lots up already; matched a
-// second time it finds no shares left to match, and what it adds is cleared when the next sale opens
-// its security.
-//
-// The day acquired is cleared by a printed line alone, so that a sale before the range leaves its own
-// to the line that follows it.
 void SummaryReport::Write(const Connection &gConnAccount)
 {
     GainMatching sales;
     sales.OpenMatchingRecordsets(gConnAccount);
-    int row = 0;
-    while (row < sales.SaleCount()) {
+    for (int row = 0; row < sales.SaleCount(); ++row) {
         const MatchSale &sale = sales.Sale(row);
-        if (!m_line.Symbol) {
+        if (RowPending && sale.symbol != m_line.Symbol)
+            WriteSummaryRow();
+        if (!RowPending) {
+            m_line = TaxLine();
             m_line.Take(sales, sale);
-            m_line.ProceedsSide = m_line.CostSide = m_line.GainLoss = Currency();
         }
-        if (sale.symbol != m_line.Symbol) {
-            if (RowPending) {
-                WriteSummaryRow();
-            } else {
-                m_line.Symbol.reset();
-                ++row;
-            }
-            continue;
-        }
+        // A sale outside the range uses up its lots too, but leaves nothing else in the line.
         const TaxLine before = m_line;
         sales.MatchCurrentSale(row, m_line);
-        if (TakesAll() || m_choice.InRange(sale.TransDate)) {
+        if (Counts(m_choice, sale))
             RowPending = true;
-            ++row;
-        } else if (RowPending) {
-            m_line = before; // the later sale does not count
-            WriteSummaryRow();
-        } else {
-            m_line.Symbol.reset();
-            ++row;
-        }
+        else
+            m_line = before;
     }
     if (RowPending)
         WriteSummaryRow();
@@ -110,8 +93,6 @@ void SummaryReport::WriteSummaryRow()
     m_report.SetMoney(4, m_line.ProceedsSide);
     m_report.SetMoney(5, m_line.CostSide);
     m_report.SetMoney(6, m_line.GainLoss);
-    m_line.Symbol.reset();
-    m_line.DateAcquired = NoDate();
     RowPending = false;
 }
 
@@ -126,10 +107,6 @@ public:
     void Write(const Connection &gConnAccount);
 
 private:
-    bool Counts(const MatchSale &sale) const
-    {
-        return m_choice.rows != ReportRows::DateRange || m_choice.InRange(sale.TransDate);
-    }
     void WriteCostBasisRow();
     void WriteNetTotal();
     void WriteTotals(const char *caption, Currency quantity, Currency sales, Currency cost,
@@ -159,7 +136,7 @@ void CostBasisReport::Write(const Connection &gConnAccount)
             m_line.Take(sales, sale);
         }
         sales.MatchCurrentSale(row, m_line);
-        if (Counts(sale))
+        if (Counts(m_choice, sale))
             WriteCostBasisRow();
         static_cast<MatchResult &>(m_line) = MatchResult(); // printed, or out of the range
     }

@@ -11,8 +11,9 @@
 ///
 /// Costs are negative throughout. "Short" marks the cover of a short sale; nothing looks at how long
 /// a security was held. With a date range the sales before it use up their lots as well, unprinted.
-/// A sale without a purchase shows 1/1/1900 as the day acquired. The matching works on copies:
-/// nothing in the account changes. RuntimeError, "Overflow", when a sum leaves the range of money.
+/// The day acquired is that of the oldest lot that the sales of the line used up; without a purchase it
+/// is 1/1/1900. The matching works on copies: nothing in the account changes. RuntimeError, "Overflow",
+/// when a sum leaves the range of money.
 
 #include "reports/report_options.h"
 #include "reports/report_sheet.h"

@@ -188,12 +188,11 @@ TEST(SummaryReport, TakesBothDaysOfTheRange)
 TEST(SummaryReport, LetsSalesBeforeTheRangeUseUpTheOldestLots)
 {
     // The sale of September took 100 at 10 and 50 at 20: 50 at 20 are left, the commission is not.
-    // The line bears the day acquired of the sale before the range.
     EXPECT_EQ(Summary(TwoLots(), InRange("2026-01-01", "2026-12-31")),
-              Lines({"ACME Inc.|@2025-01-06|@2026-02-02|=1995|=-1000|=995"}));
+              Lines({"ACME Inc.|@2025-06-02|@2026-02-02|=1995|=-1000|=995"}));
 }
 
-TEST(SummaryReport, HandsTheDayAcquiredOfAnUnprintedSaleOnToTheNextSecurity)
+TEST(SummaryReport, LeavesNothingOfAnUnprintedSaleToTheNextSecurity)
 {
     ReportAccount account;
     account.History("A", "Bought", "10", "10", "-100", "2024-05-06")
@@ -203,7 +202,7 @@ TEST(SummaryReport, HandsTheDayAcquiredOfAnUnprintedSaleOnToTheNextSecurity)
         .History("C", "Bought", "10", "10", "-100", "2025-01-07")
         .History("C", "Sold", "-10", "11", "110", "2025-02-04");
     EXPECT_EQ(Summary(account, InRange("2025-01-01", "2025-12-31")),
-              Lines({"B Inc.|@2024-05-06|@2025-02-03|=110|=-100|=10",
+              Lines({"B Inc.|@2025-01-06|@2025-02-03|=110|=-100|=10",
                      "C Inc.|@2025-01-07|@2025-02-04|=110|=-100|=10"}));
 }
 
@@ -225,10 +224,30 @@ TEST(SummaryReport, GoesOnBehindASecurityThatWasSoldBehindTheRangeToo)
         .History("A", "Sold", "-10", "13", "130", "2026-02-04")
         .History("B", "Bought", "10", "10", "-100", "2025-01-07")
         .History("B", "Sold", "-10", "11", "110", "2025-02-04");
-    // The second sale of A behind the range leaves its day acquired to B.
     EXPECT_EQ(Summary(account, InRange("2025-01-01", "2025-12-31")),
               Lines({"A Inc.|@2025-01-06|@2025-02-03|=110|=-100|=10",
-                     "B Inc.|@2025-01-06|@2025-02-04|=110|=-100|=10"}));
+                     "B Inc.|@2025-01-07|@2025-02-04|=110|=-100|=10"}));
+}
+
+TEST(SummaryReport, ShowsTheNoDateForASaleInTheRangeThatFoundNoPurchaseLeft)
+{
+    ReportAccount account;
+    account.History("A", "Bought", "10", "10", "-100", "2024-05-06")
+        .History("A", "Sold", "-10", "11", "110", "2024-06-03")
+        .History("A", "Sold", "-10", "12", "120", "2025-02-03");
+    EXPECT_EQ(Summary(account, InRange("2025-01-01", "2025-12-31")),
+              Lines({"A Inc.|1/1/1900|@2025-02-03|=120|=0|=120"}));
+}
+
+TEST(SummaryReport, BearsTheNameOfTheFirstSaleThatItCounts)
+{
+    ReportAccount account;
+    account.History("A", "Bought", "30", "10", "-300", "2024-05-06")
+        .History("A", "Sold", "-10", "11", "110", "2024-06-03", "0", "10:00:00", "Old name")
+        .History("A", "Sold", "-10", "12", "120", "2025-02-03", "0", "10:00:00", "Name then")
+        .History("A", "Sold", "-10", "12", "120", "2025-02-04", "0", "10:00:00", "New name");
+    EXPECT_EQ(Summary(account, InRange("2025-01-01", "2025-12-31")),
+              Lines({"Name then|@2024-05-06|@2025-02-04|=240|=-200|=40"}));
 }
 
 TEST(SummaryReport, GoesByTheDatesOfTheSalesNotByTheirOrderInTheFile)
