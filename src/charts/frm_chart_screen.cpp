@@ -292,9 +292,7 @@ void frmChartScreen::combSymbol_Click()
 void frmChartScreen::cmdOK_Click()
 {
     if (m_range.From() > m_range.To()) {
-        MsgBox(QStringLiteral("'From' date can not be greater than 'To' date. \n"
-                              "Please make another selection."),
-               Box::Exclamation, QStringLiteral("Chart Editor"));
+        MsgBox(FromIsLaterText(), Box::Exclamation, QStringLiteral("Chart Editor"));
         return;
     }
     LoadingChart = true;

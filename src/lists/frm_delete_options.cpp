@@ -54,13 +54,15 @@ void frmDeleteOptions::BuildControls()
     optSymbolDate =
         option("optSymbolDate", "Selected symbol starting with oldest up to and including:");
     optAllDate = option("optAllDate", "All symbols starting with oldest up to and including:");
-    optCurrentRow->setChecked(true); // the one that takes the least
 
-    const auto picker = [this](const char *name, const QRadioButton *option) {
+    const auto picker = [this](const char *name, QRadioButton *option) {
         auto *field = new DateField(fraDeleteOptions);
         field->setObjectName(QString::fromUtf8(name));
         field->setAccessibleName(option->text());
-        On(field, &DateField::dateChanged, [this] { m_program.UserActed(); });
+        On(field, &DateField::dateChanged, [this, option] {
+            m_program.UserActed();
+            option->setChecked(true); // a date that was picked is meant to count
+        });
         return field;
     };
     dtpSelSymTo = picker("dtpSelSymTo", optSymbolDate);
@@ -109,6 +111,8 @@ void frmDeleteOptions::Load()
     const QDate today = m_program.services.clock.Today();
     dtpSelSymTo->setDate(today);
     dtpAllTo->setDate(today);
+    optCurrentRow->setChecked(
+        true); // the one that takes the least; after the dates, which choose theirs
     m_table = CheckedTable(m_program.services.commands);
     if (m_table != DeleteTable::None)
         setWindowTitle(DeleteCaption(m_table));

@@ -3,6 +3,12 @@
 #include "platform/widgets/date_field.h"
 #include "platform/widgets/wrapping_row.h"
 
+QString FromIsLaterText()
+{
+    return QStringLiteral("'From' date can not be greater than 'To' date. \n"
+                          "Please make another selection.");
+}
+
 ListDateRange::ListDateRange(Form &form, Program &program, QDate &from, QDate &to)
     : m_program(program), m_from(from), m_to(to)
 {

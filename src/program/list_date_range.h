@@ -19,6 +19,9 @@
 class DateField;
 class WrappingRow;
 
+/// What a screen says that cannot use a From date after the To date.
+QString FromIsLaterText();
+
 class ListDateRange
 {
 public:

@@ -4,6 +4,7 @@
 #include "platform/widgets/date_field.h"
 #include "platform/widgets/flex_grid.h"
 #include "program/daily_gains.h"
+#include "program/list_date_range.h"
 #include "program/wait_cursor.h"
 #include "reports/report_run.h"
 
@@ -73,7 +74,10 @@ DateField *frmDateSelect::MakePicker(const char *name, const char *labelName, co
     auto *picker = new DateField(fraOptions);
     picker->setObjectName(QString::fromUtf8(name));
     picker->setAccessibleName(QString::fromUtf8(caption));
-    On(picker, &DateField::dateChanged, [this] { m_program.UserActed(); });
+    On(picker, &DateField::dateChanged, [this] {
+        m_program.UserActed();
+        ChooseDateRange();
+    });
     auto *label = new QLabel(QString::fromUtf8(caption), fraOptions);
     label->setObjectName(QString::fromUtf8(labelName));
     label->setBuddy(picker);
@@ -155,11 +159,12 @@ void frmDateSelect::Load()
 
 void frmDateSelect::SetDefaults()
 {
-    optAll->setChecked(true);
-    optSortByDate->setChecked(true);
     const QDate today = m_program.services.clock.Today();
     dtpSelectFrom->setDate(QDate(today.year(), 1, 1));
     dtpSelectTo->setDate(today);
+    optAll->setChecked(true); // after the dates, which choose the range
+    chkDateRange->setChecked(false);
+    optSortByDate->setChecked(true);
     txtSelectedSec->setText(m_program.selection.CurrentSymbol);
 }
 
@@ -216,6 +221,15 @@ void frmDateSelect::CheckTaxOptions()
                Box::Exclamation, ExcelEditor());
 }
 
+/// A date that was picked is meant to count.
+void frmDateSelect::ChooseDateRange()
+{
+    if (IsTaxReport())
+        optDateRange->setChecked(true);
+    else
+        chkDateRange->setChecked(true);
+}
+
 void frmDateSelect::optSelectedSec_Click()
 {
     if (m_program.selection.CurrentSymbol.trimmed().isEmpty())
@@ -249,6 +263,11 @@ void frmDateSelect::cmdOK_Click()
     bool isWritten = true;
     if (m_entry) {
         const ReportChoice choice = ReadChoice();
+        if (choice.RangeIsReversed()) {
+            MsgBox(FromIsLaterText(), Box::Exclamation, ExcelEditor());
+            dtpSelectFrom->setFocus();
+            return;
+        }
         TrackerContent tracker;
         if (choice.kind == ReportKind::DailyTracker) {
             tracker = ReadTracker();

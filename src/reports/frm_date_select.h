@@ -35,6 +35,7 @@ private:
     void SetControls(ReportOffers offers);
     bool IsTaxReport() const;
     void CheckTaxOptions();
+    void ChooseDateRange();
     void optSelectedSec_Click();
     void cmdOK_Click();
 

@@ -74,5 +74,10 @@ struct ReportChoice
     bool printTotals = false;
     ReportSort sort = ReportSort::ByDate;
 
+    /// The dates limit the rows, and the first comes after the last.
+    bool RangeIsReversed() const
+    {
+        return (byDateRange || rows == ReportRows::DateRange) && from > to;
+    }
     bool InRange(QDate date) const { return date.isValid() && date >= from && date <= to; }
 };

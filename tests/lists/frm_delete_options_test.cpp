@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QTest>
 
 namespace
 {
@@ -113,6 +114,23 @@ TEST_F(DeleteScreen, IsNamedAfterTheEntryThatStandsChecked)
             EXPECT_EQ(run.App().Host().Find(Dialog)->Caption(), opened.caption);
             Press("cmdCancel");
         });
+}
+
+TEST_F(DeleteScreen, ChoosesTheOptionWhoseDateIsPicked)
+{
+    Open();
+    SelectRow("ACME", 1);
+    InDialog("popHLDelete", [&] {
+        for (const auto &[picker, option] : std::vector<std::pair<QString, QString>>{
+                 {"dtpSelSymTo", "optSymbolDate"}, {"dtpAllTo", "optAllDate"}}) {
+            auto *field = run.Control<DateField>(Dialog, picker);
+            field->setFocus();
+            QTest::keyClick(field, Qt::Key_Down);
+            EXPECT_TRUE(run.Control<QRadioButton>(Dialog, option)->isChecked())
+                << qPrintable(picker);
+        }
+        Press("cmdCancel");
+    });
 }
 
 TEST_F(DeleteScreen, OpensOnTheSelectedSymbolTodayAndTheOptionThatTakesTheLeast)

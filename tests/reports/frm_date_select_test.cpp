@@ -159,6 +159,8 @@ TEST_F(DateSelect, BeginsWithTheSameDefaultsEveryTime)
             Control<DateField>("dtpSelectFrom")->setDate(QDate(2020, 2, 29));
             Control<QRadioButton>("optSortBySymbol")->setChecked(true);
             Control<QCheckBox>("chkDateRange")->setChecked(true);
+            EXPECT_FALSE(Control<QRadioButton>("optDateRange")->isChecked() &&
+                         !Control<QRadioButton>("optDateRange")->isVisible());
         });
 }
 
@@ -264,6 +266,76 @@ TEST_F(DateSelect, RunsATaxReportByItsOwnDateRange)
     });
     EXPECT_EQ(ReadBack(Beside("Summary.xls")).Rows()[2],
               "Zeta|@2025-02-27|@2026-02-27|=60|=-50|=10");
+}
+
+TEST_F(DateSelect, RefusesARangeThatEndsBeforeItBegins)
+{
+    for (const auto &[entry, range, file] :
+         std::vector<std::tuple<const char *, const char *, const char *>>{
+             {"mnuEXDetailHistory", "chkDateRange", "Transaction History.xls"},
+             {"mnuEXProfitLoss", "chkDateRange", "Daily Profit Loss.xls"},
+             {"mnuEXHistoricalPriceList", "chkDateRange", "Historical Price List.xls"},
+             {"mnuEXSummary", "optDateRange", "Summary.xls"},
+             {"mnuEXCostBasis", "optDateRange", "Summary.xls"},
+             {"mnuEXDBPortfolio", "chkDateRange", "Amount Gain List.xls"}}) {
+        m_run.boxes.boxes.clear();
+        In(entry, [&] {
+            Click(range);
+            Control<DateField>("dtpSelectFrom")->setDate(QDate(2026, 3, 2));
+            Control<DateField>("dtpSelectTo")->setDate(QDate(2026, 3, 1));
+            Click("cmdOK");
+            ASSERT_TRUE(m_run.App().Host().Loaded("frmDateSelect")) << entry;
+            EXPECT_EQ(m_run.boxes.Texts(),
+                      QStringList("'From' date can not be greater than 'To' date. \n"
+                                  "Please make another selection."));
+            EXPECT_EQ(m_run.boxes.boxes[0].title, "Excel Editor");
+            EXPECT_EQ(m_run.boxes.boxes[0].buttonsValue, 48);
+            EXPECT_EQ(m_run.Panel(1), "Please select option");
+            EXPECT_FALSE(QFile::exists(Beside(file))) << entry;
+            EXPECT_EQ(m_run.App().Host().Find("frmDateSelect")->focusWidget(),
+                      Control<DateField>("dtpSelectFrom"));
+
+            Control<DateField>("dtpSelectTo")->setDate(QDate(2026, 3, 2)); // one day is a range
+            Click("cmdOK");
+        });
+        EXPECT_EQ(m_run.boxes.boxes.size(), 1u);
+        EXPECT_TRUE(QFile::exists(Beside(file))) << entry;
+        QFile::remove(Beside(file));
+    }
+}
+
+TEST_F(DateSelect, TakesNoOffenceAtDatesThatAreNotUsed)
+{
+    In("mnuEXSummary", [&] {
+        Control<DateField>("dtpSelectTo")->setDate(QDate(2020, 1, 1));
+        Click("optAll");
+        Click("cmdOK");
+    });
+    EXPECT_TRUE(m_run.boxes.boxes.empty());
+    EXPECT_EQ(ReadBack(Beside("Summary.xls")).Rows().size(), 5u);
+}
+
+TEST_F(DateSelect, ChoosesTheDateRangeWhenADateIsPicked)
+{
+    for (const char *picker : {"dtpSelectFrom", "dtpSelectTo"}) {
+        In("mnuEXCostBasis", [&] {
+            EXPECT_TRUE(Control<QRadioButton>("optAll")->isChecked());
+            Control<DateField>(picker)->setFocus();
+            QTest::keyClick(Control<DateField>(picker), Qt::Key_Up);
+            EXPECT_TRUE(Control<QRadioButton>("optDateRange")->isChecked());
+            EXPECT_FALSE(Control<QRadioButton>("optAll")->isChecked());
+            Click("optAll"); // after all
+            EXPECT_FALSE(Control<QRadioButton>("optDateRange")->isChecked());
+        });
+        In("mnuEXDetailHistory", [&] {
+            Click("optSelectedSec");
+            Control<DateField>(picker)->setFocus();
+            QTest::keyClick(Control<DateField>(picker), Qt::Key_Up);
+            EXPECT_TRUE(Control<QCheckBox>("chkDateRange")->isChecked());
+            EXPECT_TRUE(Control<QRadioButton>("optSelectedSec")->isChecked());
+        });
+    }
+    EXPECT_TRUE(m_run.boxes.boxes.empty());
 }
 
 TEST_F(DateSelect, WritesTheDailyTrackerAsItStandsAndOpensItUnsaved)
