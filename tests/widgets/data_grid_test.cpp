@@ -454,6 +454,18 @@ TEST(DataGrid, TellsItsNameToAScreenReader)
     EXPECT_EQ(grid.Viewport()->parentWidget()->accessibleName(), "Positions");
 }
 
+TEST(DataGrid, PointsTheSortArrowUpWhereValuesRise)
+{
+    Shown shown;
+    auto *heading = shown.Pane(0)->horizontalHeader();
+    shown.grid.SetSortIndicator(0, false);
+    EXPECT_EQ(SortArrow(*heading), "up");
+    shown.grid.SetSortIndicator(0, true);
+    EXPECT_EQ(SortArrow(*heading), "down");
+    shown.grid.SetSortIndicator(-1, false);
+    EXPECT_EQ(SortArrow(*heading), "none");
+}
+
 // --- split mode ---------------------------------------------------------------------------------
 
 TEST(DataGridSplit, HoldsTheSymbolAloneOnTheLeft)
@@ -470,6 +482,46 @@ TEST(DataGridSplit, HoldsTheSymbolAloneOnTheLeft)
     EXPECT_EQ(shown.Pane(0)->viewport()->height(), shown.Pane(1)->viewport()->height());
     EXPECT_EQ(shown.Pane(0)->horizontalHeader()->height(),
               shown.Pane(1)->horizontalHeader()->height());
+}
+
+TEST(DataGridSplit, HasAScrollBarOnlyWhereThereIsSomethingToScroll)
+{
+    Shown wide;
+    wide.grid.EnterSplit();
+    QApplication::processEvents();
+    EXPECT_FALSE(wide.Pane(0)->horizontalScrollBar()->isVisible());
+    EXPECT_FALSE(wide.Pane(1)->horizontalScrollBar()->isVisible());
+
+    Shown narrow(500);
+    narrow.grid.resize(260, 300);
+    narrow.grid.EnterSplit();
+    QApplication::processEvents();
+    EXPECT_FALSE(narrow.Pane(0)->horizontalScrollBar()->isVisible());
+    EXPECT_TRUE(narrow.Pane(1)->horizontalScrollBar()->isVisible());
+}
+
+TEST(DataGridSplit, HasTheSameRowsSideBySideWhateverTheWidth)
+{
+    Shown shown(500);
+    shown.grid.EnterSplit();
+    for (const int width :
+         {600, 260, 900, 250}) { // with a scroll bar below the columns, and without
+        shown.grid.resize(width, 300);
+        QApplication::processEvents();
+        QApplication::processEvents(); // the scroll bar has come or gone in the first
+        for (const int row : {0, 499}) {
+            ASSERT_TRUE(shown.grid.SelectRow(row, 1));
+            const auto left = shown.grid.CellTarget(row, 0);
+            const auto right = shown.grid.CellTarget(row, 1);
+            EXPECT_EQ(left.widget->mapToGlobal(left.center).y(),
+                      right.widget->mapToGlobal(right.center).y())
+                << width;
+        }
+        EXPECT_EQ(shown.Pane(0)->viewport()->height(), shown.Pane(1)->viewport()->height());
+    }
+    shown.grid.LeaveSplit();
+    QApplication::processEvents();
+    EXPECT_EQ(shown.Pane(1)->height(), shown.grid.height());
 }
 
 TEST(DataGridSplit, ShowsTheSymbolOnceAfterTwoToggles)

@@ -184,6 +184,16 @@ TEST(FlexGrid, ScrollsSidewaysWhenItIsTooNarrow)
     EXPECT_TRUE(target.widget->rect().contains(target.center));
 }
 
+TEST(FlexGrid, PointsTheSortArrowUpWhereValuesRise)
+{
+    Totals totals;
+    Show(totals.grid);
+    totals.grid.SetSortIndicator(2, false);
+    EXPECT_EQ(SortArrow(*totals.grid.horizontalHeader()), "up");
+    totals.grid.SetSortIndicator(2, true);
+    EXPECT_EQ(SortArrow(*totals.grid.horizontalHeader()), "down");
+}
+
 TEST(FlexGrid, CannotBeEdited)
 {
     Totals totals;

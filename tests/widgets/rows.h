@@ -7,7 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QHeaderView>
+#include <QImage>
 #include <QKeyEvent>
+#include <QPixmap>
+#include <QSignalBlocker>
 #include <QStringList>
 
 #include <vector>
@@ -93,4 +97,34 @@ inline void PressFocused(int key, const QString &text = {},
 {
     ASSERT_NE(QApplication::focusWidget(), nullptr);
     Press(QApplication::focusWidget(), key, text, modifiers);
+}
+
+/// Which way the arrow of the sorted column points, by what is drawn: "up", "down" or "none".
+inline std::string SortArrow(QHeaderView &heading)
+{
+    const int column = heading.sortIndicatorSection();
+    if (!heading.isSortIndicatorShown() || column < 0)
+        return "none";
+    const QRect section(heading.sectionViewportPosition(column), 0, heading.sectionSize(column),
+                        heading.height());
+    const auto drawn = [&](bool shown) {
+        const QSignalBlocker silent(heading);
+        heading.setSortIndicatorShown(shown);
+        QApplication::processEvents();
+        return heading.viewport()->grab(section).toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    const QImage without = drawn(false);
+    const QImage with = drawn(true);
+    std::vector<int> widths;                   // of the arrow, from its first line to its last
+    const int right = section.width() * 3 / 4; // the caption may move, the arrow stands at the end
+    for (int y = 0; y < with.height(); ++y) {
+        int width = 0;
+        for (int x = right; x < with.width(); ++x)
+            width += with.pixel(x, y) != without.pixel(x, y) ? 1 : 0;
+        if (width > 0)
+            widths.push_back(width);
+    }
+    if (widths.empty())
+        return "none";
+    return widths.front() < widths.back() ? "up" : "down";
 }

@@ -13,12 +13,14 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 DataGrid::DataGrid(QWidget *parent) : QWidget(parent), m_model(new GridModel(this))
 {
     m_left = new GridPane(*this);
+    m_belowLeft = new QWidget(this);
     m_right = new GridPane(*this);
     m_selection = new QItemSelectionModel(m_model, this);
     for (GridPane *pane : {m_left, m_right}) {
@@ -51,11 +53,17 @@ DataGrid::DataGrid(QWidget *parent) : QWidget(parent), m_model(new GridModel(thi
     };
 
     m_left->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_left->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_left->hide();
+    m_belowLeft->hide();
+    auto *left = new QVBoxLayout;
+    left->addWidget(m_left, 1);
+    left->addWidget(m_belowLeft);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_left);
+    left->setSpacing(0);
+    layout->addLayout(left);
     layout->addWidget(m_right, 1);
     m_left->setFocusPolicy(Qt::ClickFocus); // one stop of Tab: the keys go through both panes
     setFocusProxy(m_right);

@@ -173,7 +173,8 @@ private:
 
     GridModel *m_model;
     QItemSelectionModel *m_selection;
-    GridPane *m_left; ///< the Symbol column in split mode, else hidden
+    GridPane *m_left;     ///< the Symbol column in split mode, else hidden
+    QWidget *m_belowLeft; ///< as high as the scroll bar below the right pane
     GridPane *m_right;
     GridFind *m_find = nullptr; ///< once it was called for
     std::vector<int> m_shownColumns;

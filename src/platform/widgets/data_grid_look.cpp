@@ -53,10 +53,7 @@ void DataGrid::ShowColumns()
     m_left->verticalHeader()->setVisible(isEditable && m_isSplit);
     m_right->verticalHeader()->setVisible(isEditable && !m_isSplit);
     m_left->setVisible(m_isSplit);
-    // Both panes have the bar below, so that both have as many rows in view.
-    const auto policy = m_isSplit ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded;
-    m_left->setHorizontalScrollBarPolicy(policy);
-    m_right->setHorizontalScrollBarPolicy(policy);
+    m_belowLeft->setVisible(m_isSplit);
     FitSplit();
 }
 
@@ -153,6 +150,9 @@ void DataGrid::FitSplit()
     const QHeaderView *marks = m_left->verticalHeader();
     m_left->setFixedWidth(m_left->columnWidth(column) + 2 * m_left->frameWidth() +
                           (marks->isVisibleTo(m_left) ? marks->width() : 0));
+    // Both panes end at the same row, with a scroll bar below the right one or without.
+    m_belowLeft->setFixedHeight(m_right->contentsRect().bottom() -
+                                m_right->viewport()->geometry().bottom());
 }
 
 // --- colours ------------------------------------------------------------------------------------

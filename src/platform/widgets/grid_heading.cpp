@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyleOptionHeader>
 
 #include <algorithm>
 
@@ -51,4 +52,14 @@ void GridHeading::paintSection(QPainter *painter, const QRect &rect, int column)
     if (column == m_marked)
         painter->fillRect(rect.adjusted(0, rect.height() - lineHeight, 0, 0),
                           palette().color(QPalette::Highlight));
+}
+
+void GridHeading::initStyleOptionForIndex(QStyleOptionHeader *option, int column) const
+{
+    QHeaderView::initStyleOptionForIndex(option, column);
+    // Qt has it the other way round.
+    if (option->sortIndicator == QStyleOptionHeader::SortDown)
+        option->sortIndicator = QStyleOptionHeader::SortUp;
+    else if (option->sortIndicator == QStyleOptionHeader::SortUp)
+        option->sortIndicator = QStyleOptionHeader::SortDown;
 }

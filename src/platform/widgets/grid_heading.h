@@ -1,7 +1,8 @@
 #pragma once
 
 /// The headings of a grid, and what the keys do with them in place of the mouse. A line under one shows
-/// those who use the keys which column they are in.
+/// those who use the keys which column they are in. The arrow of a sorted column points up where its
+/// values rise from row to row, and down where they fall.
 
 #include <QHeaderView>
 
@@ -21,6 +22,7 @@ public:
 
 protected:
     void paintSection(QPainter *painter, const QRect &rect, int column) const override;
+    void initStyleOptionForIndex(QStyleOptionHeader *option, int column) const override;
 
 private:
     int m_marked = -1;

@@ -206,3 +206,9 @@ void GridPane::changeEvent(QEvent *event)
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         FitRowHeight();
 }
+
+void GridPane::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    m_grid.FitSplit(); // the scroll bar came or went
+}
