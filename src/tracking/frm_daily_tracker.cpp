@@ -142,6 +142,7 @@ void frmDailyTracker::SetHooks()
     m_program.ReloadDataGrid = [this] { ReloadDataGrid(); };
     m_program.ShowSelection = [this] {
         const QScopedValueRollback refreshing(m_isRefreshing, true);
+        m_markedBlank.reset();
         ShowSelection();
     };
     m_program.AdodcStockHistory.OnRowsChanged = [this] { RefreshRows(); };
@@ -213,17 +214,22 @@ void frmDailyTracker::RefreshRows()
 
 void frmDailyTracker::ShowSelection()
 {
+    if (m_markedBlank && MarkRowOf(*m_markedBlank))
+        return;
+    m_markedBlank.reset();
+    MarkRowOf(m_program.selection.CurrentSymbol);
+}
+
+bool frmDailyTracker::MarkRowOf(const QString &symbol)
+{
     const TrackerRecordset &rows = m_program.AdodcStockHistory;
-    const QString &symbol = m_program.selection.CurrentSymbol;
     const int current = m_dataGridStock->CurrentRow();
     if (current >= 0 && rows.At(current).Symbol == symbol)
-        return;
-    for (int row = 0; row < rows.RecordCount(); ++row) {
-        if (rows.At(row).Symbol == symbol) {
-            m_dataGridStock->SetCurrentRow(row);
-            return;
-        }
-    }
+        return true;
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        if (rows.At(row).Symbol == symbol)
+            return m_dataGridStock->SetCurrentRow(row);
+    return false;
 }
 
 bool frmDailyTracker::RowsAreBusy() const
@@ -239,8 +245,11 @@ void frmDailyTracker::DataGridStock_RowColChange()
         return;
     rows.MoveTo(row);
     const TrackerRow &current = rows.Current();
-    if (current.Symbol.trimmed().isEmpty())
+    m_markedBlank.reset();
+    if (current.Symbol.trimmed().isEmpty()) {
+        m_markedBlank = current.Symbol;
         return; // the last selection stays
+    }
     const bool isOther = m_program.selection.CurrentSymbol != current.Symbol;
     m_program.selection.CurrentSymbol = current.Symbol;
     m_program.selection.CurrentName = current.Name;

@@ -8,9 +8,10 @@
 /// Program::UpdatePortfolioTotals and Program::ReloadDataGrid, by which they reach the screen, and
 /// Program::ShowSelection, by which a list screen does that selects a security.
 ///
-/// The current row of the grid is that of Selection::CurrentSymbol, in whatever order the rows
+/// The marked row of the grid is that of Selection::CurrentSymbol, in whatever order the rows
 /// come. During a price cycle and a posting the selection stays put, and the cursor of the rows is
-/// theirs; otherwise it follows the grid.
+/// theirs; otherwise it follows the grid. A row without a symbol can be marked and is no selection: the
+/// last one stays. Edit, Delete and Clear act on the marked row, all other commands on the selection.
 
 #include "platform/widgets/list_grid.h"
 #include "program/command_target.h"
@@ -68,13 +69,16 @@ private:
     void NewSecurity();
     void EditSecurity();
     void DataGridStock_HeadClick(int column);
-    /// Shows the rows anew; the current row stays that of the selection.
+    /// Shows the rows anew; the same row stays marked.
     void RefreshRows();
     void ShowSelection();
+    bool MarkRowOf(const QString &symbol);
 
-    /// The row that CurrentSymbol names becomes the current one of the rows, once the user has said
-    /// Yes to `question`.
-    bool TakeConfirmedRow(const QString &question);
+    /// The row that the grid marks; nothing in an empty grid.
+    const TrackerRow *MarkedRow() const;
+    /// The marked row becomes the current one of the rows, once the user has said Yes to `question`,
+    /// which names it by its symbol, or by its name if it has none. Nothing without such a row.
+    std::optional<TrackerRow> TakeConfirmedRow(const QString &question);
     void UndoLast();
     void WriteDailyBalances();
 
@@ -83,6 +87,8 @@ private:
     QLabel *m_lblGrandTotal = nullptr;
     FlexGrid *m_flexGridTotals = nullptr;
     bool m_isRefreshing = false; ///< moves of the grid's current row are not the user's
+    /// Of the marked row while that has no symbol, but a blank: it is no selection.
+    std::optional<QString> m_markedBlank;
 
     QString GridOrderBy;         ///< the clause that the rows are sorted by
     bool SortDescending = false; ///< turned over by each click on a heading, whatever the column

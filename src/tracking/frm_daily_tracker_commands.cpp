@@ -12,6 +12,16 @@
 
 #include <QLabel>
 
+namespace
+{
+
+QString NameInQuestions(const TrackerRow &row)
+{
+    return row.Symbol.trimmed().isEmpty() ? row.Name : row.Symbol;
+}
+
+} // namespace
+
 bool frmDailyTracker::RunCommand(const QString &name)
 {
     static const QHash<QString, void (frmDailyTracker::*)()> commands = {
@@ -62,30 +72,47 @@ void frmDailyTracker::NewSecurity()
 
 void frmDailyTracker::EditSecurity()
 {
+    const TrackerRow *marked = MarkedRow();
+    if (!marked || marked->Symbol.trimmed().isEmpty()) { // a row without a symbol is no security
+        MsgBox(QStringLiteral("Please select the security you want to update!"), Box::Exclamation,
+               QStringLiteral("Application Editor"));
+        return;
+    }
+    m_program.selection.CurrentSymbol = marked->Symbol;
+    m_program.selection.CurrentName = marked->Name;
     ShowEditSecurityScreen(m_program);
 }
 
 // --- clear, delete, undo ------------------------------------------------------------------------
 
-bool frmDailyTracker::TakeConfirmedRow(const QString &question)
+const TrackerRow *frmDailyTracker::MarkedRow() const
 {
-    const QString symbol = m_program.selection.CurrentSymbol;
-    if (symbol.isEmpty() || !m_program.AdodcStockHistory.Find(symbol)) {
+    const TrackerRecordset &rows = m_program.AdodcStockHistory;
+    const int row = m_dataGridStock->CurrentRow();
+    return row >= 0 && row < rows.RecordCount() ? &rows.At(row) : nullptr;
+}
+
+std::optional<TrackerRow> frmDailyTracker::TakeConfirmedRow(const QString &question)
+{
+    if (!MarkedRow()) {
         MsgBox(QStringLiteral("No row has been selected, please make selection."), Box::Exclamation,
                CaptionEditor());
-        return false;
+        return std::nullopt;
     }
-    if (MsgBox(question + symbol + QStringLiteral("\nIs this OK?"),
-               Box::YesNo + Box::Question + Box::SecondDefault, CaptionEditor()) == Answer::No)
-        return false;
-    return m_program.AdodcStockHistory.Find(symbol); // the cursor may have moved behind the box
+    const TrackerRow marked = *MarkedRow(); // the rows and the mark may change behind the box
+    if (MsgBox(question + NameInQuestions(marked) + QStringLiteral("\nIs this OK?"),
+               Box::YesNo + Box::Question + Box::SecondDefault, CaptionEditor()) == Answer::No ||
+        !m_program.AdodcStockHistory.Find(marked.Symbol))
+        return std::nullopt;
+    return marked;
 }
 
 void frmDailyTracker::ClearRowEntry()
 {
-    if (!TakeConfirmedRow(QStringLiteral("You are about to clear the content for symbol ")))
+    const std::optional<TrackerRow> marked =
+        TakeConfirmedRow(QStringLiteral("You are about to clear the content for symbol "));
+    if (!marked)
         return;
-    const QString symbol = m_program.selection.CurrentSymbol;
     PostingWork work = m_program.Posting();
     ClearRow(work);
     UpdatePortfolioTotals();
@@ -93,19 +120,22 @@ void frmDailyTracker::ClearRowEntry()
     DataGridStock_RowColChange();
     Status(QString());
     MsgBox(QStringLiteral("REMINDER! Make sure to delete existing transaction history for ") +
-               symbol + QStringLiteral(" if you do not need that information."),
+               NameInQuestions(*marked) + QStringLiteral(" if you do not need that information."),
            Box::Information, CaptionEditor());
     EnableUndoCommands(m_program.services.commands, true);
 }
 
 void frmDailyTracker::DeleteRowEntry()
 {
-    if (!TakeConfirmedRow(QStringLiteral("You are about to delete the current row for symbol ")))
+    const std::optional<TrackerRow> marked =
+        TakeConfirmedRow(QStringLiteral("You are about to delete the current row for symbol "));
+    if (!marked)
         return;
     PostingWork work = m_program.Posting();
     DeleteRow(work);
-    if (work.rows.IsEmpty()) // no row is left that a command could act on
-        m_program.selection.CurrentSymbol = m_program.selection.CurrentName = QString();
+    Selection &selection = m_program.selection;
+    if (selection.CurrentSymbol == marked->Symbol || work.rows.IsEmpty())
+        selection.CurrentSymbol = selection.CurrentName = QString(); // another row takes its place
     ReloadDataGrid();
     Status(QString());
     EnableUndoCommands(m_program.services.commands, true);

@@ -3,6 +3,7 @@
 #include "tracker_screen_run.h"
 
 #include "platform/widgets/colors.h"
+#include "program/select_security.h"
 
 #include <QLabel>
 
@@ -134,16 +135,17 @@ TEST_F(DailyTrackerCommands, ClearARowWithAnApostropheAndAnAccent)
     EXPECT_EQ(Value("SELECT COUNT(*) FROM PriceHistory"), "0");
 }
 
-TEST_F(DailyTrackerCommands, ClearTheRowOfTheQuestionWhateverTheGridMarks)
+TEST_F(DailyTrackerCommands, ClearTheMarkedRowAlsoWhileACycleHoldsTheSelection)
 {
     TwoPositions();
     Open();
     State().priceUpdate.UpdateInProgress = true;
-    Select("ZETA"); // the selection stays on ACME
-    run.boxes.Prepare("symbol ACME\n", Answer::Yes);
+    Select("ZETA");
+    EXPECT_EQ(CurrentSymbol(), "ACME");
+    run.boxes.Prepare("symbol ZETA\n", Answer::Yes);
     Choose("popDTClear");
-    EXPECT_EQ(Cell("ACME", "Shares"), "0.0000");
-    EXPECT_EQ(Cell("ZETA", "Shares"), "50.0000");
+    EXPECT_EQ(Cell("ZETA", "Shares"), "0.0000");
+    EXPECT_EQ(Cell("ACME", "Shares"), "100.0000");
 }
 
 // --- delete -------------------------------------------------------------------------------------
@@ -212,6 +214,134 @@ TEST_F(DailyTrackerCommands, TakeAPostingBack)
     Choose("popDTUndoLast");
     EXPECT_EQ(Cell("ACME", "Shares"), "100.0000");
     EXPECT_EQ(Value("SELECT COUNT(*) FROM History"), "0");
+}
+
+// --- a row without a symbol ---------------------------------------------------------------------
+
+/// The Wizard makes one of the deposits in the history: its symbol is a blank.
+struct RowWithoutSymbol : TrackerScreenRun
+{
+    void Positions()
+    {
+        TwoPositions();
+        Position(" ", 30, "5", "6");
+        Execute("UPDATE DailyTracker SET Name = 'Account Deposit' WHERE Symbol = ' '");
+    }
+};
+
+TEST_F(RowWithoutSymbol, IsDeletedWhenItIsMarkedAndLeavesTheSelectedSecurityAlone)
+{
+    Positions();
+    Open();
+    Select("ZETA");
+    Select(" ");
+    EXPECT_EQ(CurrentSymbol(), "ZETA"); // the last selection stays
+    run.boxes.Prepare("delete", Answer::Yes);
+    Choose("popDTDeleteRow");
+    EXPECT_EQ(run.boxes.Texts(), QStringList("You are about to delete the current row for symbol "
+                                             "Account Deposit\nIs this OK?"));
+    EXPECT_EQ(Column("Symbol"), "ACME ZETA");
+    EXPECT_EQ(Cell("ZETA", "Shares"), "50.0000");
+    EXPECT_TRUE(State().gRsLots.LotsOf(" ").empty());
+    EXPECT_EQ(State().gRsLots.LotsOf("ZETA").size(), 1u);
+    EXPECT_EQ(CurrentSymbol(), "ZETA");
+    EXPECT_EQ(MarkedSymbol(), "ZETA");
+
+    run.boxes.Prepare("undo your last transaction", Answer::Yes);
+    Choose("UndoLast");
+    EXPECT_EQ(Column("Symbol"), "ACME ZETA  ");
+    EXPECT_EQ(Cell(" ", "Name"), "Account Deposit");
+    EXPECT_EQ(State().gRsLots.LotsOf(" ").size(), 1u);
+}
+
+TEST_F(RowWithoutSymbol, IsClearedWhenItIsMarked)
+{
+    Positions();
+    Open();
+    Select("ZETA");
+    Select(" ");
+    run.boxes.Prepare("clear", Answer::Yes);
+    Choose("popDTClear");
+    EXPECT_EQ(run.boxes.Texts(),
+              QStringList({"You are about to clear the content for symbol Account Deposit\n"
+                           "Is this OK?",
+                           "REMINDER! Make sure to delete existing transaction history for "
+                           "Account Deposit if you do not need that information."}));
+    EXPECT_EQ(Cell(" ", "Shares"), "0.0000");
+    EXPECT_EQ(Cell("ZETA", "Shares"), "50.0000");
+    EXPECT_EQ(MarkedSymbol(), " ");
+}
+
+TEST_F(RowWithoutSymbol, IsNoSecurityThatCouldBeEdited)
+{
+    Positions();
+    run.AddScreen("frmSecurityUpdate");
+    Open();
+    Select("ZETA");
+    Select(" ");
+    run.WhenModal("frmSecurityUpdate", [&] { run.App().Host().Unload("frmSecurityUpdate"); });
+    Choose("popDTEdit");
+    ASSERT_EQ(run.boxes.boxes.size(), 1u);
+    EXPECT_EQ(run.boxes.boxes[0].text, "Please select the security you want to update!");
+    EXPECT_EQ(run.boxes.boxes[0].title, "Application Editor");
+    EXPECT_EQ(run.boxes.boxes[0].buttonsValue, 48);
+    EXPECT_TRUE(run.log.isEmpty());
+}
+
+TEST_F(RowWithoutSymbol, CanBeDeletedWhenItIsTheOnlyOne)
+{
+    Position(" ", 30, "5", "6");
+    Open();
+    EXPECT_EQ(CurrentSymbol(), "");
+    run.boxes.Prepare("delete the current row", Answer::Yes);
+    Choose("popDTDeleteRow");
+    EXPECT_EQ(Grid().RowCount(), 0);
+    Choose("popDTDeleteRow");
+    EXPECT_EQ(run.boxes.Texts().last(), "No row has been selected, please make selection.");
+}
+
+TEST_F(RowWithoutSymbol, IsAllThatIsLeftAndNoOldSelectionWithIt)
+{
+    Position("ACME", 100, "10", "12");
+    Position(" ", 30, "5", "6");
+    Open();
+    Select("ACME");
+    run.boxes.Prepare("symbol ACME\n", Answer::Yes);
+    Choose("popDTDeleteRow");
+    EXPECT_EQ(Column("Symbol"), " ");
+    EXPECT_EQ(CurrentSymbol(), "");
+}
+
+TEST_F(RowWithoutSymbol, StaysMarkedWhenPricesComeAndWhenTheRowsAreSorted)
+{
+    Positions();
+    Open();
+    Select("ZETA");
+    Select(" ");
+    State().UpdatePortfolioTotals();
+    State().ReloadDataGrid();
+    EXPECT_EQ(MarkedSymbol(), " ");
+    Execute("UPDATE DailyTracker SET Shares = 9000 WHERE Symbol = ' '");
+    State().AdodcStockHistory.Requery();
+    EXPECT_EQ(MarkedSymbol(), " ");
+    SelectSecurity(State(), "ACME"); // on a list screen
+    EXPECT_EQ(MarkedSymbol(), "ACME");
+}
+
+TEST_F(DailyTrackerCommands, EditTheMarkedRowAlsoWhileACycleHoldsTheSelection)
+{
+    TwoPositions();
+    run.AddScreen("frmSecurityUpdate");
+    Open();
+    State().priceUpdate.UpdateInProgress = true;
+    Select("ZETA");
+    QString edited;
+    run.WhenModal("frmSecurityUpdate", [&] {
+        edited = State().selection.CurrentSymbol + ", " + State().selection.CurrentName;
+        run.App().Host().Unload("frmSecurityUpdate");
+    });
+    Choose("popDTEdit");
+    EXPECT_EQ(edited, "ZETA, ZETA Inc.");
 }
 
 // --- split mode and colours ---------------------------------------------------------------------
