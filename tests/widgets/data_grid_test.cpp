@@ -500,13 +500,14 @@ TEST(DataGridSplit, HasAScrollBarOnlyWhereThereIsSomethingToScroll)
     EXPECT_TRUE(narrow.Pane(1)->horizontalScrollBar()->isVisible());
 }
 
-TEST(DataGridSplit, HasTheSameRowsSideBySideWhateverTheWidth)
+TEST(DataGridSplit, HasTheSameRowsSideBySideInEverySize)
 {
     Shown shown(500);
     shown.grid.EnterSplit();
-    for (const int width :
-         {600, 260, 900, 250}) { // with a scroll bar below the columns, and without
-        shown.grid.resize(width, 300);
+    // With a scroll bar below the columns, and without.
+    for (const QSize size : {QSize(600, 300), QSize(260, 300), QSize(260, 120), QSize(900, 300),
+                             QSize(250, 200), QSize(900, 120)}) {
+        shown.grid.resize(size);
         QApplication::processEvents();
         QApplication::processEvents(); // the scroll bar has come or gone in the first
         for (const int row : {0, 499}) {
@@ -515,10 +516,15 @@ TEST(DataGridSplit, HasTheSameRowsSideBySideWhateverTheWidth)
             const auto right = shown.grid.CellTarget(row, 1);
             EXPECT_EQ(left.widget->mapToGlobal(left.center).y(),
                       right.widget->mapToGlobal(right.center).y())
-                << width;
+                << size.width() << "x" << size.height();
         }
         EXPECT_EQ(shown.Pane(0)->viewport()->height(), shown.Pane(1)->viewport()->height());
     }
+    shown.grid.hide();
+    shown.grid.resize(400, 80); // which the panes learn one after the other, when they are shown
+    shown.grid.show();
+    QApplication::processEvents();
+    EXPECT_EQ(shown.Pane(0)->viewport()->height(), shown.Pane(1)->viewport()->height());
     shown.grid.LeaveSplit();
     QApplication::processEvents();
     EXPECT_EQ(shown.Pane(1)->height(), shown.grid.height());

@@ -150,9 +150,10 @@ void DataGrid::FitSplit()
     const QHeaderView *marks = m_left->verticalHeader();
     m_left->setFixedWidth(m_left->columnWidth(column) + 2 * m_left->frameWidth() +
                           (marks->isVisibleTo(m_left) ? marks->width() : 0));
-    // Both panes end at the same row, with a scroll bar below the right one or without.
-    m_belowLeft->setFixedHeight(m_right->contentsRect().bottom() -
-                                m_right->viewport()->geometry().bottom());
+    // Both panes end at the same row, with a scroll bar below the right one or without. A hidden pane has
+    // its new size before its viewport does; this runs again when it is shown.
+    m_belowLeft->setFixedHeight(
+        std::max(0, m_right->contentsRect().bottom() - m_right->viewport()->geometry().bottom()));
 }
 
 // --- colours ------------------------------------------------------------------------------------
