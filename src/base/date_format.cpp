@@ -1,5 +1,6 @@
 // Dates and times in patterns, and short dates read back.
 
+#include "base/date_patterns.h"
 #include "base/formats.h"
 #include "base/locale_digits.h"
 
@@ -48,31 +49,6 @@ QString MonthText(const QLocale &locale, QDate date, qsizetype letters)
 QString YearText(QDate date, qsizetype letters)
 {
     return letters <= 2 ? Padded(std::abs(date.year()) % 100, 2) : Padded(date.year(), 4);
-}
-
-/// Letters from `at` on that are the same but for their case.
-qsizetype RunLength(QStringView pattern, qsizetype at)
-{
-    const QChar letter = pattern[at].toLower();
-    qsizetype end = at + 1;
-    while (end < pattern.size() && pattern[end].toLower() == letter)
-        ++end;
-    return end - at;
-}
-
-/// A quoted or escaped text at `at`; moves `at` to its last character.
-QString LiteralText(QStringView pattern, qsizetype &at)
-{
-    const QChar symbol = pattern[at];
-    if (symbol == u'"') {
-        const qsizetype begin = at + 1;
-        const qsizetype close = pattern.indexOf(u'"', begin);
-        at = close < 0 ? pattern.size() : close;
-        return pattern.mid(begin, at - begin).toString();
-    }
-    if (symbol == u'\\')
-        return pattern.mid(++at, 1).toString();
-    return symbol;
 }
 
 /// The order of the fields in a short date, and what may follow them.
@@ -147,41 +123,6 @@ bool TakeWord(QStringView &text, QStringView word)
     else
         return false;
     return true;
-}
-
-/// The year meant, 0 for none.
-int YearOf(DateNumber number)
-{
-    constexpr int FirstTwoDigitYear = 30; // 30 to 99 are of the last century
-    switch (number.DigitCount) {
-    case 1:
-    case 2:
-        return number.Value + (number.Value < FirstTwoDigitYear ? 2000 : 1900);
-    case 4:
-        return number.Value < 100 ? 0 : number.Value;
-    default:
-        return 0;
-    }
-}
-
-/// A format of QLocale in the language of FormatDate: quotes turned, the year with four digits.
-QString PatternFromLocale(const QString &format)
-{
-    QString pattern;
-    bool quoted = false;
-    for (qsizetype at = 0; at < format.size(); ++at) {
-        const QChar symbol = format[at];
-        if (symbol == u'\'') {
-            quoted = !quoted;
-            pattern += u'"';
-        } else if (symbol == u'y' && !quoted) {
-            pattern += QStringLiteral("yyyy");
-            at += RunLength(format, at) - 1;
-        } else if (!IsDirectionMark(symbol.unicode())) {
-            pattern += symbol;
-        }
-    }
-    return pattern;
 }
 
 } // namespace
@@ -303,6 +244,11 @@ QString Formats::ToText(const QDateTime &moment) const
 
 std::optional<QDate> Formats::DateFromText(QStringView text) const
 {
+    return DateFromNumbers(text, 1);
+}
+
+std::optional<QDate> Formats::DateFromNumbers(QStringView text, int fewestYearDigits) const
+{
     QList<uint> symbols = text.trimmed().toUcs4();
     symbols.removeIf(IsDirectionMark);
     const LocaleDigits digits(m_locale);
@@ -328,8 +274,10 @@ std::optional<QDate> Formats::DateFromText(QStringView text) const
     };
     const DateNumber month = numberOf(u'm');
     const DateNumber day = numberOf(u'd');
-    const int year = YearOf(numberOf(u'y'));
-    if (year == 0 || month.DigitCount > 2 || day.DigitCount > 2)
+    const DateNumber yearNumber = numberOf(u'y');
+    const int year = YearOf(yearNumber.Value, yearNumber.DigitCount);
+    if (year == 0 || yearNumber.DigitCount < fewestYearDigits || month.DigitCount > 2 ||
+        day.DigitCount > 2)
         return std::nullopt;
     const QDate date(year, month.Value, day.Value);
     return date.isValid() ? std::optional(date) : std::nullopt;

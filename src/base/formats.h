@@ -16,7 +16,7 @@
 ///
 /// Every input has an outcome: a value that is no number (infinite, NaN) throws RuntimeError 6
 /// "Overflow", an invalid date or time has the empty text. The work is done in number_format.cpp,
-/// date_format.cpp and text_numbers.cpp.
+/// date_format.cpp, text_numbers.cpp, and typed_dates.cpp.
 
 #include "base/currency.h"
 #include "base/integer.h"
@@ -101,6 +101,10 @@ public:
     /// year first as 2026-03-02. Years of one or two digits mean 1930 to 2029; years before 100 and
     /// days that no calendar has give nothing.
     std::optional<QDate> DateFromText(QStringView text) const;
+    /// A date typed into a field: as DateFromText, but years have two digits or four; or with the
+    /// name of the month and, if any, of the weekday, as in the locale's long date: "2 March 2026",
+    /// "Monday, March 2, 2026". A weekday must be that of the date.
+    std::optional<QDate> DateFromTyped(QStringView text) const;
     /// A time of day as hours, minutes and seconds separated by ":" or ".", the seconds may be
     /// missing: 10:15, 22:15:30. With AM or PM, or the locale's words, in front or behind, the hours
     /// run from 1 to 12 and may stand alone: 10 PM. Anything else gives nothing.
@@ -113,6 +117,7 @@ private:
     QString DecimalToText(const Decimal &value, int largestExponent) const;
     /// Nothing when the text is no number.
     std::optional<Decimal> DecimalFromText(QStringView text) const;
+    std::optional<QDate> DateFromNumbers(QStringView text, int fewestYearDigits) const;
 
     QLocale m_locale;
     QString m_decimalPoint;

@@ -1,12 +1,12 @@
 #include "driver/widget_actions.h"
 
 #include "driver/failure.h"
+#include "platform/widgets/date_field.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QKeySequence>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -357,7 +357,7 @@ void Choose(QWidget *control, const QString &item)
 
 void PickDate(QWidget *control, QDate date)
 {
-    auto *picker = qobject_cast<QDateTimeEdit *>(control);
+    auto *picker = qobject_cast<DateField *>(control);
     if (!picker)
         throw ScriptWrong(QStringLiteral("%1 is no date picker").arg(NameOf(control)));
     Focus(picker);

@@ -56,7 +56,7 @@ void frmDeleteOptions::BuildControls()
     optAllDate = option("optAllDate", "All symbols starting with oldest up to and including:");
 
     const auto picker = [this](const char *name, QRadioButton *option) {
-        auto *field = new DateField(fraDeleteOptions);
+        auto *field = new DateField(m_program.services, fraDeleteOptions);
         field->setObjectName(QString::fromUtf8(name));
         field->setAccessibleName(option->text());
         On(field, &DateField::dateChanged, [this, option] {

@@ -47,7 +47,7 @@ std::optional<QString> HistoryOrderFor(const QString &dataField, bool descending
 std::optional<QString> HistoryEditRefusal(const Formats &formats, const QString &transDate,
                                           const QString &time)
 {
-    if (!formats.DateFromText(transDate))
+    if (!formats.DateFromTyped(transDate))
         return QStringLiteral("Date entered is invalid, please correct");
     if (!formats.TimeFromText(time))
         return QStringLiteral("Time entered is invalid, please correct");

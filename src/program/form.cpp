@@ -1,5 +1,6 @@
 #include "program/form.h"
 
+#include "platform/widgets/date_field.h"
 #include "platform/widgets/focus_frame.h"
 
 #include <QButtonGroup>
@@ -8,6 +9,8 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QRadioButton>
+
+#include <algorithm>
 
 namespace
 {
@@ -29,6 +32,17 @@ void LeadTabToTheChosen(QRadioButton &radio)
     for (QAbstractButton *other : GroupOf(radio))
         if (qobject_cast<QRadioButton *>(other))
             other->setFocusPolicy(other == &radio ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+/// Whether the dates that are typed on `form` have been taken. A button that is clicked leaves no
+/// field; those that close the screen or explain it need no dates.
+bool DatesAreTaken(const Form &form, const QAbstractButton &button)
+{
+    const QStringList others{QStringLiteral("cmdCancel"), QStringLiteral("cmdClose"),
+                             QStringLiteral("cmdHelp")};
+    const QList<DateField *> dates = form.findChildren<DateField *>();
+    return others.contains(button.objectName()) ||
+           std::all_of(dates.begin(), dates.end(), [](DateField *date) { return date->Commit(); });
 }
 
 /// What the Menu key does, for keyboards without one.
@@ -66,8 +80,12 @@ Form::Form(Program &program, const QString &name, const QString &caption, Placem
 
 void Form::OnClick(QAbstractButton *button, std::function<void()> handler)
 {
-    connect(button, &QAbstractButton::clicked, this,
-            [this, handler = std::move(handler)] { ByUser(handler); });
+    connect(button, &QAbstractButton::clicked, this, [this, button, handler = std::move(handler)] {
+        ByUser([&] {
+            if (DatesAreTaken(*this, *button))
+                handler();
+        });
+    });
 }
 
 void Form::ByUser(const std::function<void()> &handler)

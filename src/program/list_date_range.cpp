@@ -14,7 +14,7 @@ ListDateRange::ListDateRange(Form &form, Program &program, QDate &from, QDate &t
 {
     const auto picker = [&](const char *name, const char *labelName, const char *caption,
                             QLabel *&label) {
-        auto *field = new DateField(&form);
+        auto *field = new DateField(program.services, &form);
         field->setObjectName(QString::fromUtf8(name));
         label = new QLabel(QString::fromUtf8(caption), &form);
         label->setObjectName(QString::fromUtf8(labelName));

@@ -71,7 +71,7 @@ void frmDateSelect::BuildOptions()
 
 DateField *frmDateSelect::MakePicker(const char *name, const char *labelName, const char *caption)
 {
-    auto *picker = new DateField(fraOptions);
+    auto *picker = new DateField(m_program.services, fraOptions);
     picker->setObjectName(QString::fromUtf8(name));
     picker->setAccessibleName(QString::fromUtf8(caption));
     On(picker, &DateField::dateChanged, [this] {

@@ -135,7 +135,8 @@ QWidget *frmUserSetup::BuildPortfolioPage()
         Check(reset, "chkNeverReset", "Never reset.", "Let the ToDate amounts run on for ever");
     txtResetMonths = Number(reset, "txtResetMonths", "Months between resets",
                             "Months between two resets of the ToDate amounts");
-    dtpResetDate = Named(new DateField(reset), "dtpResetDate", "Next reset date");
+    dtpResetDate =
+        Named(new DateField(m_program.services, reset), "dtpResetDate", "Next reset date");
     dtpResetDate->setToolTip(QStringLiteral("When the ToDate amounts are set to zero next"));
     RowsOf(reset)->addWidget(chkNeverReset);
     Row(RowsOf(reset),

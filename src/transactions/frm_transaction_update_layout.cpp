@@ -50,7 +50,7 @@ void frmTransactionUpdate::BuildControls()
     lstAction->setToolTip(QStringLiteral("Select action type"));
     lstAction->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
-    dtpTransDate = new DateField(this);
+    dtpTransDate = new DateField(m_program.services, this);
     dtpTransDate->setObjectName(QStringLiteral("dtpTransDate"));
     dtpTransDate->setToolTip(QStringLiteral("Transaction date"));
 

@@ -2,13 +2,14 @@
 
 #include "driver/failure.h"
 #include "driver/printing.h"
+#include "platform/widgets/date_field.h"
 #include "platform/widgets/field_edit.h"
+#include "support/test_services.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -333,17 +334,42 @@ TEST_F(TheHands, TurnToTheTabOfAControlBeforeTheyUseIt)
     EXPECT_EQ(tabs->currentIndex(), 0);
 }
 
-TEST_F(TheHands, PickADateWithinThePickersRange)
+TEST_F(TheHands, PickADate)
 {
-    auto *picker = Add<QDateEdit>("dtpFrom");
-    picker->setMaximumDate(QDate(2026, 12, 31));
+    TestServices world;
+    auto *picker = new DateField(world.services, &form);
+    layout->addWidget(picker);
     int changed = 0;
-    QObject::connect(picker, &QDateEdit::userDateChanged, [&] { ++changed; });
+    QObject::connect(picker, &DateField::dateChanged, [&] { ++changed; });
     Show();
     WidgetActions::PickDate(picker, QDate(2024, 2, 29));
     EXPECT_EQ(picker->date(), QDate(2024, 2, 29));
+    EXPECT_EQ(Printing::TextOf(picker), "2/29/2024");
     EXPECT_EQ(changed, 1);
-    EXPECT_EQ(StatusOf([&] { WidgetActions::PickDate(picker, QDate(2027, 1, 1)); }), 1);
+    EXPECT_EQ(StatusOf([&] { WidgetActions::PickDate(picker, QDate()); }), 1);
+    delete picker; // it uses the services
+}
+
+TEST_F(TheHands, TypeADateKeyByKeyAndStayInItsField)
+{
+    TestServices world;
+    auto *picker = new DateField(world.services, &form);
+    layout->addWidget(picker);
+    auto *next = Add<QLineEdit>("txtNext");
+    Show();
+    for (const char *text : {"11/05/2025", "November 5, 2025", "2025-11-05", "11/5/25"}) {
+        picker->setDate(QDate(2026, 3, 2));
+        WidgetActions::Type(picker, text);
+        EXPECT_TRUE(picker->hasFocus()) << text;
+        EXPECT_EQ(picker->text(), text);
+        WidgetActions::Focus(next);
+        EXPECT_EQ(picker->date(), QDate(2025, 11, 5)) << text;
+        EXPECT_EQ(picker->text(), "11/5/2025");
+    }
+    WidgetActions::Type(picker, "2/31/2026");
+    EXPECT_EQ(StatusOf([&] { WidgetActions::Focus(next); }), 1);
+    EXPECT_EQ(picker->date(), QDate(2025, 11, 5));
+    delete picker;
 }
 
 TEST_F(TheHands, TellKindsOfControlsApart)

@@ -14,7 +14,8 @@
 class Keyboard : public testing::Test
 {
 protected:
-    Keyboard()
+    explicit Keyboard(const QLocale &locale = QLocale(QLocale::English, QLocale::UnitedStates))
+        : run(folder, locale)
     {
         run.SetOption(QStringLiteral("ShowTipOfDay"), QStringLiteral("0"));
         run.SetOption(QStringLiteral("WebPriceUpdate"), QStringLiteral("0"));
@@ -123,5 +124,5 @@ protected:
     }
 
     TestAppFolder folder;
-    ShellRun run{folder};
+    ShellRun run;
 };

@@ -11,13 +11,13 @@
 /// The account charges no commission until a test sets a style; its balance is 1,000.
 
 #include "driver/widget_actions.h"
+#include "platform/widgets/date_field.h"
 #include "platform/widgets/field_edit.h"
 #include "shell/shell_run.h"
 #include "support/print_qt.h"
 #include "transactions/frm_transaction_update.h"
 
 #include <QApplication>
-#include <QDateEdit>
 #include <QLabel>
 #include <QListWidget>
 #include <QTest>
@@ -25,7 +25,8 @@
 class EntryScreen : public testing::Test
 {
 protected:
-    EntryScreen() : run(PreparedFolder())
+    explicit EntryScreen(const QLocale &locale = QLocale(QLocale::English, QLocale::UnitedStates))
+        : run(PreparedFolder(), locale)
     {
         run.SetOption("DailyTracker", "1");
         run.SetOption("ShowTipOfDay", "0");
@@ -76,7 +77,7 @@ protected:
     FieldEdit *Edit(const QString &name) { return Control<FieldEdit>(name); }
     QPushButton *Button(const QString &name) { return Control<QPushButton>(name); }
     QListWidget *List() { return Control<QListWidget>("lstAction"); }
-    QDateEdit *Date() { return Control<QDateEdit>("dtpTransDate"); }
+    DateField *Date() { return Control<DateField>("dtpTransDate"); }
     QString Text(const QString &field) { return Edit(field)->text(); }
     QString Caption(const QString &label) { return Control<QLabel>(label)->text(); }
     QString Chosen() { return List()->currentItem()->text(); }

@@ -6,6 +6,8 @@
 
 #include <QClipboard>
 #include <QInputMethodEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QPushButton>
@@ -169,6 +171,26 @@ TEST(FieldEdit, TellsEnteringAndLeavingOnce)
     entry.count->setFocus();
     entry.price->setFocus();
     EXPECT_EQ(entry.told, QStringList({"got", "lost"}));
+}
+
+TEST(FieldEdit, KeepsTheFocusWhenTheFrameOfItsScreenIsClicked)
+{
+    QMdiArea area;
+    auto *screen = new QWidget;
+    auto *field = new FieldEdit(screen);
+    QStringList told;
+    field->OnValidate = [&] { return told << "validate", true; };
+    field->OnLostFocus = [&] { told << "lost"; };
+    QMdiSubWindow *frame = area.addSubWindow(screen);
+    QMdiSubWindow *other = area.addSubWindow(new QLineEdit);
+    Show(area);
+    area.setActiveSubWindow(frame);
+    field->setFocus();
+    frame->setFocus(Qt::MouseFocusReason);
+    EXPECT_TRUE(field->hasFocus());
+    other->widget()->setFocus(Qt::MouseFocusReason); // another screen is no leaving either
+    EXPECT_FALSE(field->hasFocus());
+    EXPECT_EQ(told, QStringList());
 }
 
 TEST(FieldEdit, CountsABoxInBetweenAsNeitherEnteringNorLeaving)

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMdiSubWindow>
 #include <QPointer>
 
 #include <algorithm>
@@ -13,11 +14,19 @@
 namespace
 {
 
-/// A box, a menu or another window takes the focus for a while.
-bool IsAway(Qt::FocusReason reason)
+/// The screen that a control is on: a window, or a child of the main window's area.
+const QWidget *ScreenOf(const QWidget *control)
+{
+    while (control && !control->isWindow() && !qobject_cast<const QMdiSubWindow *>(control))
+        control = control->parentWidget();
+    return control;
+}
+
+/// A box, a menu, another window or another screen takes the focus for a while.
+bool IsAway(const QWidget &field, const QWidget *next, Qt::FocusReason reason)
 {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
-           reason == Qt::MenuBarFocusReason;
+           reason == Qt::MenuBarFocusReason || (next && ScreenOf(next) != ScreenOf(&field));
 }
 
 } // namespace
@@ -101,7 +110,14 @@ void FieldEdit::mouseReleaseEvent(QMouseEvent *event)
 void FieldEdit::focusOutEvent(QFocusEvent *event)
 {
     QWidget *next = QApplication::focusWidget();
-    const bool isLeft = m_isEntered && !m_isValidating && !IsAway(event->reason());
+    // A click beside the controls of a child screen gives the focus to the frame, which has no use for
+    // it; elsewhere such a click does nothing.
+    if (event->reason() == Qt::MouseFocusReason && next && next->isAncestorOf(this) &&
+        isEnabled() && isVisible()) {
+        setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    const bool isLeft = m_isEntered && !m_isValidating && !IsAway(*this, next, event->reason());
     if (isLeft && !m_isValid && OnValidate && isEnabled() && isVisible() && next && next != this) {
         Validate(next, event->reason());
         return;

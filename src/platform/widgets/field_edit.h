@@ -9,8 +9,8 @@
 /// Only typing is held back: a text that is pasted arrives as it is, and the checks of the screen
 /// meet it when the field is left.
 ///
-/// Entering and leaving mean the focus within the program: a box, a menu or another window in
-/// between is neither. The handlers must not throw; they may unload the field.
+/// Entering and leaving mean the focus within the screen: a box, a menu, another window or another
+/// screen of the main window in between is neither. The handlers must not throw; they may unload the field.
 
 #include <QLineEdit>
 

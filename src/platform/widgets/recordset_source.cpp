@@ -66,7 +66,7 @@ std::optional<FieldValue> EditableRecordsetSource::FieldFromText(int column,
     try {
         switch (type) {
         case FieldType::Date:
-            return found(m_formats.DateFromText(text));
+            return found(m_formats.DateFromTyped(text));
         case FieldType::Time:
             return found(m_formats.TimeFromText(text));
         case FieldType::Currency:

@@ -1,0 +1,89 @@
+/// What a user types is what is posted: amounts, counts and dates, key by key, in several languages.
+
+#include "entry_screen.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+class TypedEntry : public EntryScreen
+{
+protected:
+    explicit TypedEntry(const QLocale &locale = QLocale(QLocale::English, QLocale::UnitedStates))
+        : EntryScreen(locale)
+    {
+        QLocale::setDefault(locale);
+    }
+    ~TypedEntry() override { QLocale::setDefault(QLocale::c()); }
+
+    /// From the list of actions on, as a person without a mouse: Tab count Tab price Tab Tab date Enter.
+    void TypeEntry(const QString &count, const QString &price, const QString &date)
+    {
+        List()->setFocus();
+        Press("Tab");
+        WidgetActions::TypeToFocus(count);
+        Press("Tab");
+        WidgetActions::TypeToFocus(price);
+        Press("Tab");
+        Press("Tab");
+        Date()->selectAll();
+        WidgetActions::TypeToFocus(date);
+        Press("Return");
+    }
+    void Paste(const QString &field, const QString &text)
+    {
+        Type(field, QString());
+        QGuiApplication::clipboard()->setText(text);
+        Press("Ctrl+V");
+    }
+    QString LastLot() const
+    {
+        return Stored("SELECT TransDate || ' ' || Shares || ' @ ' || Price FROM History "
+                      "ORDER BY ID DESC LIMIT 1");
+    }
+};
+
+class TypedEntryIn : public TypedEntry, public testing::WithParamInterface<const char *>
+{
+protected:
+    TypedEntryIn() : TypedEntry(QLocale(QString::fromLatin1(GetParam()))) {}
+};
+
+// --- dates --------------------------------------------------------------------------------------
+
+TEST_P(TypedEntryIn, PostsOnTheDayThatWasTyped)
+{
+    const QLocale locale(QString::fromLatin1(GetParam()));
+    const QDate day(2026, 2, 1);
+    int rows = 0;
+    for (const QString &date :
+         {locale.toString(day, QLocale::ShortFormat), Formats(locale).ShortDate(day),
+          locale.toString(day, QLocale::LongFormat), day.toString(Qt::ISODate)}) {
+        Open("ACME");
+        Date()->setDate(QDate(2026, 3, 2));
+        TypeEntry("1", "10", date);
+        EXPECT_EQ(Boxes(), QStringList()) << qPrintable(date);
+        EXPECT_EQ(HistoryRows(), ++rows) << qPrintable(date);
+        EXPECT_EQ(LastLot(), "2026-02-01 1.0 @ 100000") << qPrintable(date);
+    }
+}
+
+TEST_P(TypedEntryIn, PostsNothingOnADayThatNoCalendarHas)
+{
+    Open("ACME");
+    TypeEntry("1", "10", QStringLiteral("2026-02-31"));
+    EXPECT_EQ(HistoryRows(), 0);
+    EXPECT_EQ(Boxes().size(), 1);
+    EXPECT_EQ(Focused(), "dtpTransDate");
+    Click("cmdOK");
+    EXPECT_EQ(HistoryRows(), 0);
+    EXPECT_EQ(Boxes().size(), 1);
+    EXPECT_EQ(Text("txtNumberOfShares"), "1");
+    Date()->selectAll();
+    WidgetActions::TypeToFocus(QStringLiteral("2026-02-28"));
+    Press("Return");
+    EXPECT_EQ(LastLot(), "2026-02-28 1.0 @ 100000");
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, TypedEntryIn,
+                         testing::Values("en_US", "en_GB", "de_DE", "ja_JP", "C", "ar_EG"),
+                         [](const auto &info) { return std::string(info.param); });
