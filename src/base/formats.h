@@ -16,7 +16,7 @@
 ///
 /// Every input has an outcome: a value that is no number (infinite, NaN) throws RuntimeError 6
 /// "Overflow", an invalid date or time has the empty text. The work is done in number_format.cpp,
-/// date_format.cpp, text_numbers.cpp, and typed_dates.cpp.
+/// date_format.cpp, text_numbers.cpp, typed_numbers.cpp and typed_dates.cpp.
 
 #include "base/currency.h"
 #include "base/integer.h"
@@ -96,6 +96,22 @@ public:
     Single SingleFromText(QStringView text) const;
     /// The nearest whole number, ties to even.
     Integer IntegerFromText(QStringView text) const;
+
+    /// A number typed into a field for an amount, a count or a price, in the writing that the readers
+    /// above take: decimal point of the locale, no groups. Signs, currency and exponent stay.
+    ///
+    ///     German.TypedNumber(u"1.5")           "1,5"     the sign is not followed by three digits
+    ///     German.TypedNumber(u"1.234")         "1234"    the point groups there
+    ///     German.TypedNumber(u"1,234")         "1,234"   and the comma is the decimal point
+    ///     French.TypedNumber(u"1.234")         nothing   the point is neither: 1.234 or 1,234?
+    ///
+    /// A single point or comma that is not followed by exactly three digits is the decimal sign in
+    /// every locale, and so is one with nothing but zeros before it: 0.125. Nothing for a text that
+    /// is no number, can be read in two ways, or has a group sign in a wrong place; the empty text
+    /// for blanks and for a decimal sign alone.
+    std::optional<QString> TypedNumber(QStringView text) const;
+    /// The keys of such a field: 0 to 9, the digits of the locale, the point and the locale's own.
+    QString NumberKeys() const;
 
     /// A date in the order of the locale's short date (separated by "/", "-", "." or a blank), or
     /// year first as 2026-03-02. Years of one or two digits mean 1930 to 2029; years before 100 and

@@ -6,7 +6,7 @@
 
 #include "base/decimal.h"
 #include "base/formats.h"
-#include "base/locale_digits.h"
+#include "base/number_marks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,35 +25,11 @@ bool IsMinus(uint symbol)
     return symbol == U'-' || symbol == U'\u2212';
 }
 
-/// The marks of a locale's numbers, as code points.
-struct Marks
-{
-    explicit Marks(const QLocale &locale)
-        : Digits(locale), Point(FirstOf(locale.decimalPoint())),
-          Group(FirstOf(locale.groupSeparator())), Currency(locale.currencySymbol().toUcs4())
-    {}
-
-    bool IsGroup(uint symbol) const
-    {
-        if (QChar::isSpace(Group))
-            return QChar::isSpace(symbol);
-        constexpr uint TypographicApostrophe = U'\u2019';
-        return symbol == Group || (Group == TypographicApostrophe && symbol == U'\'');
-    }
-
-    LocaleDigits Digits;
-    uint Point;
-    uint Group;
-    QList<uint> Currency;
-
-private:
-    static uint FirstOf(const QString &text) { return text.toUcs4().value(0); }
-};
-
 class NumberReader
 {
 public:
-    NumberReader(QStringView text, const Marks &marks) : m_text(text.toUcs4()), m_marks(marks) {}
+    NumberReader(QStringView text, const NumberMarks &marks) : m_text(text.toUcs4()), m_marks(marks)
+    {}
 
     std::optional<Decimal> Read()
     {
@@ -159,7 +135,7 @@ private:
     }
 
     const QList<uint> m_text;
-    const Marks &m_marks;
+    const NumberMarks &m_marks;
     qsizetype m_at = 0;
     bool m_negative = false;
     bool m_parenthesisOpen = false;
@@ -179,7 +155,7 @@ Decimal ValueOrMismatch(const std::optional<Decimal> &value)
 
 std::optional<Decimal> Formats::DecimalFromText(QStringView text) const
 {
-    return NumberReader(text, Marks(m_locale)).Read();
+    return NumberReader(text, NumberMarks(m_locale)).Read();
 }
 
 bool Formats::IsNumeric(QStringView text) const

@@ -52,13 +52,14 @@ const StyleWords Words5[] = {
 
 const char *const AmountTip = "Used once the style is checked and applied";
 
-FieldEdit *StyleAmount(QWidget *page, int index, const char *figure, const char *meaning)
+FieldEdit *StyleAmount(QWidget *page, const Formats &formats, int index, const char *figure,
+                       const char *meaning)
 {
     const QByteArray name =
         QStringLiteral("txtStyle%1%2").arg(index + 1).arg(QLatin1String(figure)).toLatin1();
     const QByteArray accessible =
         QStringLiteral("Style %1: %2").arg(index + 1).arg(QLatin1String(meaning)).toLatin1();
-    return Amount(page, name.constData(), accessible.constData(), AmountTip);
+    return Amount(page, formats, name.constData(), accessible.constData(), AmountTip);
 }
 
 } // namespace
@@ -83,6 +84,7 @@ void frmUserSetup::BuildStyleRows(int index, QWidget *page, QBoxLayout *rows)
 {
     const StyleWords &words = Words5[index];
     StylePage &style = m_styles[size_t(index)];
+    const Formats &formats = m_program.services.formats;
     const bool isFactor = index == int(m_styles.size()) - 1;
 
     const QByteArray check = "chkStyle" + QByteArray::number(index + 1);
@@ -102,12 +104,13 @@ void frmUserSetup::BuildStyleRows(int index, QWidget *page, QBoxLayout *rows)
         fields->addWidget(amount, at, 3);
     };
     if (words.cost.before)
-        style.txtShares = StyleAmount(page, index, "Shares", "first shares");
-    style.txtCost = StyleAmount(page, index, "Cost", isFactor ? "percent of purchase" : "cost");
+        style.txtShares = StyleAmount(page, formats, index, "Shares", "first shares");
+    style.txtCost =
+        StyleAmount(page, formats, index, "Cost", isFactor ? "percent of purchase" : "cost");
     add(words.cost, style.txtShares, style.txtCost);
     if (words.perShare.before)
-        style.txtShares2 = StyleAmount(page, index, "Shares2", "greater than shares");
-    style.txtPerShare = StyleAmount(page, index, isFactor ? "FlatCost" : "PerShare",
+        style.txtShares2 = StyleAmount(page, formats, index, "Shares2", "greater than shares");
+    style.txtPerShare = StyleAmount(page, formats, index, isFactor ? "FlatCost" : "PerShare",
                                     isFactor ? "flat rate" : "cost a share");
     add(words.perShare, style.txtShares2, style.txtPerShare);
     fields->setColumnStretch(4, 1);

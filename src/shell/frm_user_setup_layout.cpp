@@ -126,7 +126,7 @@ QWidget *frmUserSetup::BuildPortfolioPage()
 
     QGroupBox *balance = Frame(page, "Portfolio Balance:");
     txtBalance =
-        Amount(balance, "txtBalance", "Portfolio balance",
+        Amount(balance, m_program.services.formats, "txtBalance", "Portfolio balance",
                "What the whole account is worth; written as soon as the field is left", 22);
     Row(RowsOf(balance), {Words(balance, "Amount"), txtBalance});
 

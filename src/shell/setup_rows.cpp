@@ -68,11 +68,11 @@ FieldEdit *Number(QWidget *parent, const char *name, const char *accessibleName,
     return field;
 }
 
-FieldEdit *Amount(QWidget *parent, const char *name, const char *accessibleName, const char *tip,
-                  int characters)
+FieldEdit *Amount(QWidget *parent, const Formats &formats, const char *name,
+                  const char *accessibleName, const char *tip, int characters)
 {
     FieldEdit *field = Field(parent, name, accessibleName, tip, characters);
-    field->SetAllowedKeys(QStringLiteral("0123456789., -"));
+    field->SetAllowedKeys(formats.NumberKeys() + QStringLiteral(", -"));
     return field;
 }
 

@@ -5,6 +5,7 @@
 ///     Row(rows, {chkLogoff, Words(frame, "After"), txtLogoffMinutes, updLogoffMinutes,
 ///                Words(frame, "minutes of inactivity.")});
 
+#include "base/formats.h"
 #include "platform/widgets/field_edit.h"
 #include "platform/widgets/up_down.h"
 
@@ -33,9 +34,9 @@ QCheckBox *Check(QWidget *parent, const char *name, const char *caption, const c
 QRadioButton *Option(QWidget *parent, const char *name, const char *caption, const char *tip);
 /// A field for a whole number.
 FieldEdit *Number(QWidget *parent, const char *name, const char *accessibleName, const char *tip);
-/// A field for money or a share count of so many characters.
-FieldEdit *Amount(QWidget *parent, const char *name, const char *accessibleName, const char *tip,
-                  int characters = 14);
+/// A field for money or a share count of so many characters, typed in the language of `formats`.
+FieldEdit *Amount(QWidget *parent, const Formats &formats, const char *name,
+                  const char *accessibleName, const char *tip, int characters = 14);
 UpDown *Arrows(FieldEdit *buddy, const char *name, int lowest, int highest);
 QLabel *Words(QWidget *parent, const char *text);
 /// Words that break into lines where the page ends.

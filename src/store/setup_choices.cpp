@@ -58,12 +58,16 @@ Currency AmountOf(const QString &text, Currency stored, const QString &format,
 {
     if (text == formats.Format(stored, format))
         return stored;
-    return text.trimmed().isEmpty() ? Currency() : formats.CurrencyFromText(text);
+    return text.trimmed().isEmpty()
+               ? Currency()
+               : formats.CurrencyFromText(formats.TypedNumber(text).value_or(QString()));
 }
 
 Single SharesOf(const QString &text, const Formats &formats)
 {
-    return text.trimmed().isEmpty() ? Single() : formats.SingleFromText(text);
+    return text.trimmed().isEmpty()
+               ? Single()
+               : formats.SingleFromText(formats.TypedNumber(text).value_or(QString()));
 }
 
 bool IsAmount(const QString &text, const Formats &formats)
@@ -388,8 +392,11 @@ void TakeAccount(AccountState &account, const SetupChoices &choices, const Forma
 
 std::optional<Currency> MoneyFromText(const QString &text, const Formats &formats)
 {
+    const std::optional<QString> typed = formats.TypedNumber(text);
+    if (!typed)
+        return std::nullopt;
     try {
-        return formats.CurrencyFromText(text);
+        return formats.CurrencyFromText(*typed);
     } catch (const RuntimeError &) {
         return std::nullopt; // no number, or none that fits
     }

@@ -159,8 +159,11 @@ std::optional<Single> AllocationFromText(const QString &text, const Formats &for
     const bool isPercentage = number.endsWith(QLatin1Char('%'));
     if (isPercentage)
         number.chop(1);
+    const std::optional<QString> typed = formats.TypedNumber(number);
+    if (!typed)
+        return std::nullopt;
     try {
-        const double value = formats.NumberFromText(number);
+        const double value = formats.NumberFromText(*typed);
         return Single::FromDouble(isPercentage ? value / 100 : value);
     } catch (const RuntimeError &) {
         return std::nullopt;

@@ -101,12 +101,16 @@ std::optional<Currency> ProposeCommission(const AccountState &account, const QSt
 {
     if (count.isEmpty())
         return std::nullopt;
+    const std::optional<QString> shares = formats.TypedNumber(count);
+    const std::optional<QString> perShare = formats.TypedNumber(price);
+    if (!shares || !perShare)
+        return std::nullopt;
     try {
-        const Currency tradeAmount = price.isEmpty()
+        const Currency tradeAmount = perShare->isEmpty()
                                          ? Currency()
-                                         : Currency::FromDouble(formats.NumberFromText(count) *
-                                                                formats.NumberFromText(price));
-        return ComputeCommission(account, formats.SingleFromText(count), tradeAmount);
+                                         : Currency::FromDouble(formats.NumberFromText(*shares) *
+                                                                formats.NumberFromText(*perShare));
+        return ComputeCommission(account, formats.SingleFromText(*shares), tradeAmount);
     } catch (const RuntimeError &) {
         return std::nullopt; // the posting says what is wrong with the texts
     }
@@ -114,8 +118,11 @@ std::optional<Currency> ProposeCommission(const AccountState &account, const QSt
 
 std::optional<Currency> AmountFromText(const QString &text, const Formats &formats)
 {
+    const std::optional<QString> typed = formats.TypedNumber(text);
+    if (!typed)
+        return std::nullopt;
     try {
-        return formats.CurrencyFromText(text);
+        return formats.CurrencyFromText(*typed);
     } catch (const RuntimeError &) {
         return std::nullopt;
     }

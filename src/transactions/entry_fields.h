@@ -34,7 +34,7 @@ bool IsFreeOfCommission(Action action, const QString &securityType);
 std::optional<Currency> ProposeCommission(const AccountState &account, const QString &count,
                                           const QString &price, const Formats &formats);
 
-/// What a user typed as an amount of money; nothing when it is none.
+/// What a user typed as an amount of money; nothing when it is none, or does not fit.
 std::optional<Currency> AmountFromText(const QString &text, const Formats &formats);
 
 /// The question before a balance adjustment is offered, and the message for a security that the

@@ -2,6 +2,9 @@
 
 #include "base/fraction_price.h"
 
+#include <QRegularExpression>
+
+
 namespace
 {
 
@@ -48,6 +51,14 @@ QString MissingAmountText(Action action)
     }
 }
 
+const TrackerRow *RowOf(const PostingWork &work, const QString &symbol)
+{
+    for (int i = 0; i < work.rows.RecordCount(); ++i)
+        if (work.rows.At(i).Symbol == symbol)
+            return &work.rows.At(i);
+    return nullptr;
+}
+
 } // namespace
 
 bool ActionFitsType(Action action, const QString &securityType)
@@ -87,10 +98,7 @@ bool RefreshEntryFields(PostingWork &work, TransactionEntry &entry)
     if (entry.Symbol.isEmpty() || work.entry.RebuildMode)
         return false;
     work.entry.AverageCost = Currency();
-    const TrackerRow *row = nullptr;
-    for (int i = 0; i < work.rows.RecordCount() && !row; ++i)
-        if (work.rows.At(i).Symbol == entry.Symbol)
-            row = &work.rows.At(i);
+    const TrackerRow *row = RowOf(work, entry.Symbol);
     if (!row || !entry.action)
         return false;
     if (ValidateActionForType(work, *entry.action))
@@ -110,12 +118,52 @@ bool RefreshEntryFields(PostingWork &work, TransactionEntry &entry)
     return false;
 }
 
+namespace
+{
+
+/// A price, or each number of a fraction, in the language's own writing.
+std::optional<QString> TypedPrice(const QString &text, const Formats &formats)
+{
+    if (!text.contains(QLatin1Char('/')))
+        return formats.TypedNumber(text);
+    static const QRegularExpression number(QStringLiteral("[^\\s/]+"));
+    QString typed;
+    qsizetype end = 0;
+    for (auto found = number.globalMatch(text); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        const std::optional<QString> own = formats.TypedNumber(match.captured());
+        if (!own)
+            return std::nullopt;
+        typed += text.mid(end, match.capturedStart() - end) + *own;
+        end = match.capturedEnd();
+    }
+    return typed + text.mid(end);
+}
+
+/// Brings what is typed into the language's own writing; false when it is no number. A text that
+/// reads the same already stays as its field shows it, with its groups.
+bool TakeTyped(QString &text, const Formats &formats)
+{
+    const std::optional<QString> typed = formats.TypedNumber(text);
+    if (!typed)
+        return false;
+    if (typed->isEmpty() || !formats.IsNumeric(text) ||
+        formats.NumberFromText(text) != formats.NumberFromText(*typed))
+        text = *typed;
+    return true;
+}
+
+} // namespace
+
 std::optional<QString> ValidatePriceText(const QString &text, const Formats &formats)
 {
     if (text.isEmpty())
         return text;
+    const std::optional<QString> typed = TypedPrice(text, formats);
+    if (!typed || typed->isEmpty())
+        return std::nullopt;
     try {
-        const Currency price = ParseFractionPrice(text, formats);
+        const Currency price = ParseFractionPrice(*typed, formats);
         if (price < Currency())
             return std::nullopt;
         if (price.IsZero())
@@ -131,35 +179,34 @@ bool ValidateEntry(PostingWork &work, TransactionEntry &entry, EntryFiller &fill
     if (work.entry.RebuildMode)
         return false;
     work.services.status.Post(QString());
+    const Formats &formats = work.services.formats;
+    const bool isNumber = TakeTyped(entry.NumberOfShares, formats);
     if (RefreshEntryFields(work, entry))
         return true;
     if (!entry.action)
         return Fail(work, QStringLiteral("Please select transaction type"), filler,
                     EntryField::NumberOfShares);
     if (IsCashAction(*entry.action)) {
-        if (entry.NumberOfShares.isEmpty())
+        if (!isNumber || entry.NumberOfShares.isEmpty())
             return Fail(work, MissingAmountText(*entry.action), filler, EntryField::NumberOfShares);
         return false;
     }
-    if (entry.NumberOfShares.isEmpty())
+    if (!isNumber || entry.NumberOfShares.isEmpty())
         return Fail(work, QStringLiteral("Please enter number of shares purchased or sold"), filler,
                     EntryField::NumberOfShares);
     const auto noPrice = [&] {
         return Fail(work, QStringLiteral("Price not entered!"), filler, EntryField::PurchasePrice);
     };
-    if (entry.PurchasePrice.isEmpty())
+    const bool isSplit = entry.action == Action::Split;
+    const std::optional<QString> price = isSplit ? formats.TypedNumber(entry.PurchasePrice)
+                                                 : ValidatePriceText(entry.PurchasePrice, formats);
+    if (!price)
+        return Fail(work, QStringLiteral("Please provide a valid stock price!"), filler,
+                    EntryField::PurchasePrice);
+    entry.PurchasePrice = *price;
+    if (price->isEmpty()) // a price of zero is blanked
         return noPrice();
-    if (entry.action != Action::Split) {
-        const std::optional<QString> price =
-            ValidatePriceText(entry.PurchasePrice, work.services.formats);
-        if (!price)
-            return Fail(work, QStringLiteral("Please provide a valid stock price!"), filler,
-                        EntryField::PurchasePrice);
-        entry.PurchasePrice = *price;
-        if (price->isEmpty()) // a price of zero is blanked
-            return noPrice();
-    }
-    const Currency transPrice = work.services.formats.CurrencyFromText(entry.PurchasePrice);
+    const Currency transPrice = formats.CurrencyFromText(entry.PurchasePrice);
     if (transPrice >= Currency("500") &&
         !Ask(work, QStringLiteral("Purchase price is greater than 500! Is this OK?"))) {
         filler.Focus(EntryField::PurchasePrice);

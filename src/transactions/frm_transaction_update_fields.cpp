@@ -9,9 +9,10 @@
 
 void frmTransactionUpdate::txtNumberOfShares_LostFocus()
 {
-    if (IsCashAction(CurrentAction()) && !txtNumberOfShares->text().isEmpty())
-        txtNumberOfShares->setText(
-            m_program.services.formats.Reformat(txtNumberOfShares->text(), u"###,##0.00"));
+    const Formats &formats = m_program.services.formats;
+    const std::optional<QString> typed = formats.TypedNumber(txtNumberOfShares->text());
+    if (IsCashAction(CurrentAction()) && typed && !typed->isEmpty())
+        txtNumberOfShares->setText(formats.Reformat(*typed, u"###,##0.00"));
 }
 
 void frmTransactionUpdate::txtPurchasePrice_GotFocus()
@@ -82,12 +83,13 @@ void frmTransactionUpdate::txtCommCost_KeyUp()
 void frmTransactionUpdate::txtCommCost_LostFocus()
 {
     const Formats &formats = m_program.services.formats;
-    const QString shown = formats.Reformat(txtCommCost->text(), u"###,##0.00");
-    const std::optional<Currency> typed = AmountFromText(shown, formats);
-    if (!typed) {
+    const std::optional<QString> typed = formats.TypedNumber(txtCommCost->text());
+    const QString shown = formats.Reformat(typed.value_or(QString()), u"###,##0.00");
+    const std::optional<Currency> commission = AmountFromText(shown, formats);
+    if (!commission) {
         ShowZeroCommission();
         return;
     }
     txtCommCost->setText(shown);
-    m_program.entry.Commission = *typed;
+    m_program.entry.Commission = *commission;
 }

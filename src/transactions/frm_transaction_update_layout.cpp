@@ -32,9 +32,7 @@ void frmTransactionUpdate::BuildControls()
     lblCommission = label("lblCommission", "Commission");
     lblTransDate = label("lblTransDate", "Transaction date");
 
-    // The decimal point of the user's language counts as the point.
-    const QString point = m_program.services.formats.Format(0.5, u".0").left(1);
-    const QString digits = QStringLiteral("0123456789.") + point;
+    const QString digits = m_program.services.formats.NumberKeys();
     txtSymbol = field("txtSymbol", {}, "");
     txtName = field("txtName", {}, "");
     for (FieldEdit *shown : {txtSymbol, txtName}) {

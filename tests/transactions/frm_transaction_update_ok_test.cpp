@@ -365,18 +365,6 @@ TEST_F(EntryScreen, AdjustsTheBalanceToTheAmountTyped)
     EXPECT_EQ(Chosen(), "Balance Adjustment");
 }
 
-TEST_F(EntryScreen, EndsTheProgramForAnAmountThatIsNoNumber)
-{
-    Open("ACME");
-    Post("Deposit", "1.2.3");
-    ASSERT_EQ(run.boxes.boxes.size(), 1U);
-    EXPECT_TRUE(run.boxes.boxes[0].text.startsWith(
-        "An error has occured while performing 'OK' button logic.\n"));
-    EXPECT_TRUE(run.boxes.boxes[0].text.contains("Error number 13\nDescription: "));
-    EXPECT_TRUE(run.App().Ended());
-    EXPECT_EQ(HistoryRows(), 0);
-}
-
 TEST_F(EntryScreen, OpensTheDailyTrackerAgainWhenItWasClosed)
 {
     Open("ACME");

@@ -84,6 +84,96 @@ TEST_P(TypedEntryIn, PostsNothingOnADayThatNoCalendarHas)
     EXPECT_EQ(LastLot(), "2026-02-28 1.0 @ 100000");
 }
 
+// --- decimal signs ------------------------------------------------------------------------------
+
+TEST_P(TypedEntryIn, PostsACountAndAPriceTypedWithAPoint)
+{
+    Open("ACME");
+    Post("Buy", "1.5", "2.50");
+    EXPECT_EQ(Boxes(), QStringList());
+    EXPECT_EQ(LastLot(), "2026-03-02 1.5 @ 25000");
+    const Currency before = State().account.AccountBalance;
+    Post("Deposit", "1234.5");
+    EXPECT_EQ(Boxes(), QStringList());
+    EXPECT_EQ(State().account.AccountBalance - before, Currency("1234.5"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Languages, TypedEntryIn,
                          testing::Values("en_US", "en_GB", "de_DE", "ja_JP", "C", "ar_EG"),
                          [](const auto &info) { return std::string(info.param); });
+
+class GermanEntry : public TypedEntry
+{
+protected:
+    GermanEntry() : TypedEntry(QLocale(QLocale::German, QLocale::Germany)) {}
+};
+
+TEST_F(GermanEntry, ReadsThePointBeforeThreeDigitsAsGroups)
+{
+    Open("ACME");
+    Post("Buy", "1.234", "2,50");
+    EXPECT_EQ(LastLot(), "2026-03-02 1234.0 @ 25000");
+    Post("Buy", "1,234", "2,5");
+    EXPECT_EQ(LastLot(), "2026-03-02 1.23399996757507 @ 25000"); // a 32-bit float
+}
+
+TEST_F(GermanEntry, RefusesAPriceWithAGroupSignInAWrongPlace)
+{
+    Open("ACME");
+    Type("txtNumberOfShares", "1");
+    Type("txtPurchasePrice", "1.23.456");
+    Press("Return");
+    EXPECT_EQ(Boxes(), QStringList("Please provide a valid stock price!"));
+    EXPECT_EQ(Focused(), "txtPurchasePrice");
+    EXPECT_EQ(HistoryRows(), 0);
+}
+
+class EgyptianEntry : public TypedEntry
+{
+protected:
+    EgyptianEntry() : TypedEntry(QLocale(QStringLiteral("ar_EG"))) {}
+};
+
+TEST_F(EgyptianEntry, TakesTheDigitsOfTheLanguageAndThePlainOnes)
+{
+    Open("ACME");
+    Post("Buy", QString::fromUtf16(u"\u0661\u0662\u066b\u0665"), QStringLiteral("2.50"));
+    EXPECT_EQ(Boxes(), QStringList());
+    EXPECT_EQ(LastLot(), "2026-03-02 12.5 @ 25000");
+}
+
+// --- no numbers ---------------------------------------------------------------------------------
+
+TEST_F(TypedEntry, CountsASignAloneAsEmpty)
+{
+    Open("ACME");
+    Post("Buy", ".", "10");
+    EXPECT_EQ(Boxes(), QStringList("Please enter number of shares purchased or sold"));
+    Post("Buy", "5", ".");
+    EXPECT_EQ(Boxes(), QStringList("Please provide a valid stock price!"));
+    Type("txtPurchasePrice", "10"); // the field is not left before
+    Post("Deposit", ".");
+    EXPECT_EQ(Boxes(), QStringList("Please enter deposit amount"));
+    EXPECT_EQ(HistoryRows(), 0);
+    EXPECT_EQ(run.timesEnded, 0);
+}
+
+TEST_F(TypedEntry, RefusesAPastedTextThatIsNoNumber)
+{
+    Open("ACME");
+    for (const char *text : {"1.2.3", "12 shares", "1,23,456", "-"}) {
+        Choose("Buy");
+        Type("txtPurchasePrice", "10");
+        Paste("txtNumberOfShares", text);
+        Click("cmdOK");
+        EXPECT_EQ(Boxes(), QStringList("Please enter number of shares purchased or sold")) << text;
+        EXPECT_EQ(Focused(), "txtNumberOfShares");
+        Choose("Cash Withdrawal");
+        Paste("txtNumberOfShares", text);
+        Click("cmdOK");
+        EXPECT_EQ(Boxes(), QStringList("Please enter withdrawal amount")) << text;
+    }
+    EXPECT_EQ(HistoryRows(), 0);
+    EXPECT_EQ(State().account.AccountBalance, Currency("1000"));
+    EXPECT_EQ(run.timesEnded, 0);
+}

@@ -63,6 +63,10 @@ std::optional<FieldValue> EditableRecordsetSource::FieldFromText(int column,
     const auto found = [](const auto &value) {
         return value ? std::optional<FieldValue>(*value) : std::nullopt;
     };
+    const bool isAmount = type == FieldType::Currency || type == FieldType::Single;
+    const std::optional<QString> number = isAmount ? m_formats.TypedNumber(text) : text;
+    if (!number)
+        return std::nullopt;
     try {
         switch (type) {
         case FieldType::Date:
@@ -70,9 +74,9 @@ std::optional<FieldValue> EditableRecordsetSource::FieldFromText(int column,
         case FieldType::Time:
             return found(m_formats.TimeFromText(text));
         case FieldType::Currency:
-            return m_formats.CurrencyFromText(text);
+            return m_formats.CurrencyFromText(*number);
         case FieldType::Single:
-            return m_formats.SingleFromText(text);
+            return m_formats.SingleFromText(*number);
         case FieldType::Counter:
             return m_formats.IntegerFromText(text);
         case FieldType::Long:
