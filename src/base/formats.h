@@ -112,6 +112,9 @@ public:
     std::optional<QString> TypedNumber(QStringView text) const;
     /// The keys of such a field: 0 to 9, the digits of the locale, the point and the locale's own.
     QString NumberKeys() const;
+    /// What counts as decimal sign while a number is typed: the locale's, and the point where it
+    /// does not group.
+    QString DecimalSigns() const;
 
     /// A date in the order of the locale's short date (separated by "/", "-", "." or a blank), or
     /// year first as 2026-03-02. Years of one or two digits mean 1930 to 2029; years before 100 and

@@ -164,3 +164,9 @@ QString Formats::NumberKeys() const
         keys += QString::fromUcs4(reinterpret_cast<const char32_t *>(&digit), 1);
     return keys + m_decimalPoint;
 }
+
+QString Formats::DecimalSigns() const
+{
+    const bool pointGroups = NumberMarks(m_locale).IsGroup(U'.');
+    return pointGroups ? m_decimalPoint : m_decimalPoint + QLatin1Char('.');
+}

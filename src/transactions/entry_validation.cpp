@@ -4,6 +4,9 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <cmath>
+#include <functional>
 
 namespace
 {
@@ -153,6 +156,82 @@ bool TakeTyped(QString &text, const Formats &formats)
     return true;
 }
 
+/// Whether `compute` stays within the types that it computes with.
+bool Fits(const std::function<void()> &compute)
+{
+    try {
+        compute();
+        return true;
+    } catch (const RuntimeError &error) {
+        if (error.Number() != RuntimeError::OverflowNumber)
+            throw;
+        return false;
+    }
+}
+
+/// The amount, and the balance before and after it.
+bool CashFits(const PostingWork &work, const TransactionEntry &entry)
+{
+    return Fits([&] {
+        const Formats &formats = work.services.formats;
+        const Currency amount = formats.CurrencyFromText(entry.NumberOfShares);
+        (void)Currency::FromDouble(-formats.NumberFromText(entry.NumberOfShares));
+        (void)(work.account.AccountBalance + amount);
+        (void)(work.account.AccountBalance - amount);
+    });
+}
+
+/// The position after the trade at the highest price that it is valued at, with all sums of money
+/// that it goes into. The sums of a posting are built step by step, so half of the range is kept free.
+bool TradeFits(const PostingWork &work, const TransactionEntry &entry)
+{
+    return Fits([&] {
+        const Formats &formats = work.services.formats;
+        double shares = std::abs(formats.SingleFromText(entry.NumberOfShares).ToDouble());
+        double price = std::abs(formats.CurrencyFromText(entry.PurchasePrice).ToDouble());
+        if (const TrackerRow *row = RowOf(work, entry.Symbol)) {
+            shares += std::abs(row->Shares.ToDouble());
+            price = std::max(
+                {price, std::abs(row->CurrPrice.ToDouble()), std::abs(row->AvrgPrice.ToDouble())});
+        }
+        double money = shares * price;
+        for (const Currency sum : {work.account.AccountBalance, work.totals.InvestedValueTotal,
+                                   work.totals.InvestedToDateTotal, work.entry.Commission})
+            money += std::abs(sum.ToDouble());
+        (void)Currency::FromDouble(money * 2);
+    });
+}
+
+/// Shares and prices of the row, its lots and its ledger after the split. A ratio of zero has an
+/// error of its own.
+bool SplitFits(const PostingWork &work, const TransactionEntry &entry)
+{
+    return Fits([&] {
+        const Formats &formats = work.services.formats;
+        const double oldShares = formats.CurrencyFromText(entry.PurchasePrice).ToDouble();
+        const double newShares = formats.SingleFromText(entry.NumberOfShares).ToDouble();
+        if (oldShares == 0 || newShares == 0)
+            return;
+        const auto check = [&](Single shares, Currency price) {
+            const Single after = Single::FromDouble(shares.ToDouble() / oldShares * newShares);
+            (void)Currency::FromDouble(oldShares * price.ToDouble() / newShares);
+            (void)Currency::FromDouble(after.ToDouble() *
+                                       price.ToDouble()); // a price of another day
+        };
+        if (const TrackerRow *row = RowOf(work, entry.Symbol)) {
+            check(row->Shares, row->CurrPrice);
+            check(row->Shares, row->AvrgPrice);
+        }
+        for (const Lot &lot : work.gRsLots.LotsOf(entry.Symbol))
+            check(lot.Shares, lot.PurchasePrice);
+        Statement ledger = work.gConnAccount.Prepare(
+            QStringLiteral("SELECT Shares, Price FROM History WHERE Symbol = ?"));
+        ledger.BindAll(entry.Symbol);
+        while (ledger.Step())
+            check(ledger.ShareCount(0), ledger.Money(1));
+    });
+}
+
 } // namespace
 
 std::optional<QString> ValidatePriceText(const QString &text, const Formats &formats)
@@ -189,6 +268,9 @@ bool ValidateEntry(PostingWork &work, TransactionEntry &entry, EntryFiller &fill
     if (IsCashAction(*entry.action)) {
         if (!isNumber || entry.NumberOfShares.isEmpty())
             return Fail(work, MissingAmountText(*entry.action), filler, EntryField::NumberOfShares);
+        if (!CashFits(work, entry))
+            return Fail(work, QStringLiteral("This amount is too large for the account."), filler,
+                        EntryField::NumberOfShares);
         return false;
     }
     if (!isNumber || entry.NumberOfShares.isEmpty())
@@ -206,6 +288,10 @@ bool ValidateEntry(PostingWork &work, TransactionEntry &entry, EntryFiller &fill
     entry.PurchasePrice = *price;
     if (price->isEmpty()) // a price of zero is blanked
         return noPrice();
+    if (isSplit ? !SplitFits(work, entry) : !TradeFits(work, entry))
+        return Fail(work,
+                    QStringLiteral("These shares at this price are too large for the account."),
+                    filler, EntryField::NumberOfShares);
     const Currency transPrice = formats.CurrencyFromText(entry.PurchasePrice);
     if (transPrice >= Currency("500") &&
         !Ask(work, QStringLiteral("Purchase price is greater than 500! Is this OK?"))) {

@@ -42,6 +42,7 @@ void frmTransactionUpdate::BuildControls()
     txtNumberOfShares = field("txtNumberOfShares", digits, "");
     txtPurchasePrice = field("txtPurchasePrice", digits + QStringLiteral("/ ,"), "");
     txtCommCost = field("txtCommCost", digits, "Change if different from calculated amount");
+    txtNumberOfShares->SetSingleKeys(m_program.services.formats.DecimalSigns());
 
     lstAction = new ClickList(this);
     lstAction->setObjectName(QStringLiteral("lstAction"));

@@ -135,6 +135,16 @@ TEST(Posting, RefusesACountOrAmountThatIsNoNumber)
                   "Please enter deposit amount");
 }
 
+TEST(Posting, RefusesMoneyBeyondSixtyFourBits)
+{
+    TestAccount account = TestAccount().Row("ACME").Balance("922337203685477");
+    // 9*10^11 shares at 900,000: 8.1*10^17
+    ExpectRefused(account, account.EntryOf(Action::Buy, "ACME", "900000000000", "900000"),
+                  "These shares at this price are too large for the account.");
+    ExpectRefused(account, account.EntryOf(Action::Deposit, "", "1000", ""),
+                  "This amount is too large for the account.");
+}
+
 TEST(PostingFailure, ACounterBeyondSixteenBitsIsAnOverflow)
 {
     TestAccount account = LongAcme();
@@ -147,34 +157,18 @@ TEST(PostingFailure, ACounterBeyondSixteenBitsIsAnOverflow)
                OkFailure("6", "Overflow"));
 }
 
-TEST(PostingFailure, MoneyBeyondSixtyFourBitsIsAnOverflow)
-{
-    TestAccount account = TestAccount().Row("ACME").Queue(Answer::Yes);
-    // 9*10^11 shares at 900,000: 8.1*10^17
-    ExpectEnds(account, account.EntryOf(Action::Buy, "ACME", "900000000000", "900000"),
-               Lines{"Quillon Editor|36|Purchase price is greater than 500! Is this OK?",
-                     OkFailure("6", "Overflow")[0]});
-}
-
-TEST(PostingFailure, ABalanceThatOverflowsEndsTheProgram)
-{
-    TestAccount account = TestAccount().Balance("922337203685477");
-    ExpectEnds(account, account.EntryOf(Action::Deposit, "", "1000", ""),
-               OkFailure("6", "Overflow"));
-}
-
 TEST(PostingFailure, OfTheLotsHasWordsOfItsOwn)
 {
-    // The lots hold far more than the row: gain 890,000 * 10^12 while the row's is small.
+    // The lot cost far more than the row: a loss of 9*10^17 while the row's is small.
     const std::string tail = ".\nPlease check last action performed and notify technical "
                              "support.\nError number 6\nDescription: Overflow";
     TestAccount held = TestAccount()
-                           .Row("ACME", "1", "10")
-                           .Lot("ACME", "1000000000000", "1", "2026-01-05")
+                           .Row("ACME", "1000000", "10")
+                           .Lot("ACME", "1000000", "900000000000", "2026-01-05")
                            .AnswerRest(Answer::Yes);
     held.Commit();
     const std::string before = held.FileText();
-    EXPECT_THROW(held.Sell("ACME", "1000000000000", "900000"), ProgramEnded);
+    EXPECT_THROW(held.Sell("ACME", "1000000", "10"), ProgramEnded);
     EXPECT_EQ(held.Boxes().back(),
               "Quillon Editor|16|An error has occured while computing price long" + tail);
     EXPECT_EQ(held.FileText(), before);

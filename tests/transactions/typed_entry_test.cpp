@@ -144,6 +144,14 @@ TEST_F(EgyptianEntry, TakesTheDigitsOfTheLanguageAndThePlainOnes)
 
 // --- no numbers ---------------------------------------------------------------------------------
 
+TEST_F(TypedEntry, TakesOneDecimalSignInACount)
+{
+    Open("ACME");
+    Edit("txtNumberOfShares")->OnRefused = [] {};
+    Type("txtNumberOfShares", "1.2.3");
+    EXPECT_EQ(Text("txtNumberOfShares"), "1.23");
+}
+
 TEST_F(TypedEntry, CountsASignAloneAsEmpty)
 {
     Open("ACME");
@@ -176,4 +184,41 @@ TEST_F(TypedEntry, RefusesAPastedTextThatIsNoNumber)
     EXPECT_EQ(HistoryRows(), 0);
     EXPECT_EQ(State().account.AccountBalance, Currency("1000"));
     EXPECT_EQ(run.timesEnded, 0);
+}
+
+TEST_F(TypedEntry, RefusesWhatIsTooLargeWithASentenceAndGoesOn)
+{
+    Open("ACME");
+    const QString nines(29, QLatin1Char('9'));
+    const QString tooManyShares =
+        QStringLiteral("These shares at this price are too large for the account.");
+    const QString tooMuchMoney = QStringLiteral("This amount is too large for the account.");
+    for (const char *action : {"Buy", "Sell", "Split"}) {
+        Post(action, nines, "10");
+        EXPECT_EQ(Boxes(), QStringList(tooManyShares)) << action;
+        EXPECT_EQ(Focused(), "txtNumberOfShares");
+    }
+    Post("Split", "2", nines);
+    EXPECT_EQ(Boxes(), QStringList(tooManyShares));
+    Post("Buy", QString(60, QLatin1Char('9')), "10"); // not even a count of shares
+    EXPECT_EQ(Boxes(), QStringList(tooManyShares));
+    Post("Buy", "1000000", "900000000000");
+    EXPECT_EQ(Boxes(), QStringList(tooManyShares));
+    Post("Buy", "10", nines);
+    EXPECT_EQ(Boxes().value(0), "Please provide a valid stock price!");
+    Type("txtPurchasePrice", "10");
+    for (const char *action : {"Deposit", "Cash Withdrawal", "Dividend Received"}) {
+        Post(action, nines);
+        EXPECT_EQ(Boxes(), QStringList(tooMuchMoney)) << action;
+    }
+    Answer("Balance adjustments", ::Answer::Yes);
+    Post("Balance Adjustment", nines);
+    EXPECT_EQ(Boxes().mid(1), QStringList(tooMuchMoney));
+    EXPECT_EQ(HistoryRows(), 0);
+    EXPECT_EQ(State().account.AccountBalance, Currency("1000"));
+    EXPECT_EQ(run.timesEnded, 0);
+
+    Post("Buy", "1", "10"); // the program goes on
+    EXPECT_EQ(HistoryRows(), 1);
+    EXPECT_EQ(Row("ACME").Shares.Value(), 101.0f);
 }

@@ -67,6 +67,21 @@ TEST(FieldEdit, DropsOtherKeysWithABeep)
     EXPECT_EQ(entry.beeps, 2);
 }
 
+TEST(FieldEdit, TakesOneOfItsSingleKeys)
+{
+    Entry entry;
+    entry.count->SetAllowedKeys("0123456789.,");
+    entry.count->SetSingleKeys(".,");
+    entry.count->setFocus();
+    entry.Type("1.2.3,4");
+    EXPECT_EQ(entry.count->text(), "1.234");
+    EXPECT_EQ(entry.beeps, 2);
+    entry.count->selectAll(); // what is typed over counts no more
+    entry.Type(",5");
+    EXPECT_EQ(entry.count->text(), ",5");
+    EXPECT_EQ(entry.beeps, 2);
+}
+
 TEST(FieldEdit, DropsComposedCharactersToo)
 {
     Entry entry;

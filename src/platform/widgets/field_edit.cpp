@@ -40,6 +40,12 @@ FieldEdit::FieldEdit(QWidget *parent) : QLineEdit(parent)
 
 bool FieldEdit::Allows(const QString &text) const
 {
+    const auto isSingle = [this](QChar typed) { return m_singleKeys.contains(typed); };
+    QString kept = this->text(); // behind what is typed over
+    kept.remove(std::max(0, selectionStart()), selectedText().size());
+    const auto singles = std::count_if(text.begin(), text.end(), isSingle);
+    if (singles > 1 || (singles == 1 && std::any_of(kept.begin(), kept.end(), isSingle)))
+        return false;
     return m_allowedKeys.isEmpty() || std::all_of(text.begin(), text.end(), [this](QChar typed) {
                return !typed.isPrint() || m_allowedKeys.contains(typed);
            });

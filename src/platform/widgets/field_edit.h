@@ -25,6 +25,10 @@ public:
     /// other editing keys always pass.
     void SetAllowedKeys(const QString &keys) { m_allowedKeys = keys; }
 
+    /// Of these characters the text takes one, whatever is typed; the empty text, as at first, holds
+    /// none back.
+    void SetSingleKeys(const QString &keys) { m_singleKeys = keys; }
+
     /// Off: disabled and in the colour of the form.
     void SetOn(bool on);
     bool IsOn() const { return isEnabled(); }
@@ -57,6 +61,7 @@ private:
     void SetGround(const QColor &ground);
 
     QString m_allowedKeys;
+    QString m_singleKeys;
     bool m_isEntered = false;
     bool m_isValidating = false;
     bool m_isValid = false; ///< the check has just passed: the field may be left
