@@ -52,6 +52,13 @@ protected:
         else
             QFrame::keyPressEvent(event);
     }
+    /// Not every desktop gives the focus back by itself.
+    void hideEvent(QHideEvent *event) override
+    {
+        QFrame::hideEvent(event);
+        parentWidget()->activateWindow();
+        parentWidget()->setFocus(Qt::PopupFocusReason);
+    }
 };
 
 } // namespace
