@@ -1,12 +1,12 @@
 #include "platform/inet.h"
 
 #include "base/runtime_error.h"
+#include "platform/http_exchange.h"
 #include "platform/inet_proxies.h"
 #include "platform/inet_text.h"
 
-#include <QAuthenticator>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
+#include <QNetworkCookie>
+#include <QNetworkCookieJar>
 #include <QRegularExpression>
 #include <QUrl>
 
@@ -31,10 +31,10 @@ enum States
 };
 
 constexpr int MaximumRedirects = 20;
-constexpr qint64 ChunkBytes = 64 * 1024;
 
 /// The address as callers put it together, with nothing escaped: what an address cannot hold is
-/// escaped here, what is escaped already stays. A "#" is a part of what is asked for, such as a
+/// escaped here, what is escaped already stays. A "%" that escapes nothing is escaped first, since one
+/// of them makes QUrl escape every other one again. A "#" is a part of what is asked for, such as a
 /// symbol: to a transfer a mark within a page means nothing, and to take it for one would cut the
 /// address off there. Invalid when it is no web address. A login in the address is left out; only
 /// UserName and Password give one.
@@ -42,7 +42,9 @@ QUrl UrlOf(const QString &address)
 {
     static const QRegularExpression scheme(QStringLiteral("^[a-z][a-z0-9+.-]*:"),
                                            QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression barePercent(QStringLiteral("%(?![0-9A-Fa-f]{2})"));
     QString text = address.trimmed();
+    text.replace(barePercent, QStringLiteral("%25"));
     text.replace(QLatin1Char('#'), QLatin1String("%23"));
     if (!scheme.match(text).hasMatch())
         text.prepend(QLatin1String("http://"));
@@ -55,60 +57,67 @@ QUrl UrlOf(const QString &address)
     return url;
 }
 
-QNetworkRequest RequestFor(const QUrl &url)
+HttpHeaders HeadersOf(const QByteArray &cookies, const QByteArray &authorization)
 {
-    QNetworkRequest request(url);
-    // Some services turn away what does not call itself a browser.
-    request.setRawHeader("User-Agent", "Mozilla/5.0 (X11; Linux x86_64)");
-    request.setRawHeader("Accept", "*/*");
-    // The price of now, not one that a proxy has kept.
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
-                         QNetworkRequest::AlwaysNetwork);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setMaximumRedirectsAllowed(MaximumRedirects);
-    // Asked for here, so that it is undone here: the access manager does not tell when the
-    // compressed page was cut short.
-    request.setRawHeader("Accept-Encoding", "gzip");
-    return request;
+    HttpHeaders headers{
+        // Some services turn away what does not call itself a browser.
+        {"User-Agent", "Mozilla/5.0 (X11; Linux x86_64)"},
+        {"Accept", "*/*"},
+        {"Accept-Language", "en-US,en,*"}, // pages are read as English ones
+        {"Accept-Encoding", "gzip"},
+        {"Connection", "Keep-Alive"},
+        // The price of now, not one that a proxy has kept.
+        {"Pragma", "no-cache"},
+        {"Cache-Control", "no-cache"},
+    };
+    if (!cookies.isEmpty())
+        headers.append({"Cookie", cookies});
+    if (!authorization.isEmpty())
+        headers.append({"Authorization", authorization});
+    return headers;
 }
 
-/// Whether the error only says that the reply has a status of 400 or above. Below
-/// ContentAccessDenied are the errors of the connection: such a reply is not whole.
-bool IsAboutTheStatus(QNetworkReply::NetworkError error, int status)
+bool IsOfTheWeb(const QUrl &url)
 {
-    return status >= 400 && (error >= QNetworkReply::ContentAccessDenied ||
-                             error == QNetworkReply::ProxyAuthenticationRequiredError);
+    const bool isWeb =
+        url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
+    return url.isValid() && isWeb && !url.host().isEmpty();
 }
 
-int CodeOf(QNetworkReply::NetworkError error)
+bool AsksForBasicLogin(const HttpReply &reply)
 {
-    switch (error) {
-    case QNetworkReply::HostNotFoundError:
-    case QNetworkReply::ProxyNotFoundError:
-    case QNetworkReply::TemporaryNetworkFailureError:
-    case QNetworkReply::NetworkSessionFailedError:
-    case QNetworkReply::UnknownNetworkError: // also a network or host that is out of reach
-        return Inet::NameNotResolved;
-    case QNetworkReply::ConnectionRefusedError:
-    case QNetworkReply::ProxyConnectionRefusedError:
-        return Inet::CannotConnect;
-    case QNetworkReply::RemoteHostClosedError:
-    case QNetworkReply::ProxyConnectionClosedError:
-        return Inet::ConnectionReset;
-    case QNetworkReply::TimeoutError:
-    case QNetworkReply::ProxyTimeoutError:
-        return Inet::TimedOut;
-    case QNetworkReply::TooManyRedirectsError:
-    case QNetworkReply::InsecureRedirectError:
-        return Inet::RedirectFailed;
-    case QNetworkReply::SslHandshakeFailedError:
-        return Inet::SecurityFailed;
-    case QNetworkReply::ProtocolUnknownError:
-        return Inet::AddressInvalid;
-    default:
-        return Inet::InvalidReply;
-    }
+    return std::any_of(reply.headers.begin(), reply.headers.end(), [](const auto &header) {
+        return header.first.compare("WWW-Authenticate", Qt::CaseInsensitive) == 0 &&
+               header.second.toLower().contains("basic");
+    });
+}
+
+bool IsSameSite(const QUrl &one, const QUrl &other)
+{
+    const auto port = [](const QUrl &url) {
+        return url.port(url.scheme() == QLatin1String("https") ? 443 : 80);
+    };
+    return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
+}
+
+/// Seconds, or a date, which counts from the reply's own.
+std::optional<std::chrono::seconds> WaitOf(const HttpReply &reply, const QDateTime &now)
+{
+    const QByteArray text = reply.Header("Retry-After").trimmed();
+    bool isNumber = false;
+    const qint64 seconds = text.toLongLong(&isNumber);
+    if (isNumber)
+        return std::chrono::seconds(std::max<qint64>(seconds, 0));
+    const auto moment = [](const QByteArray &date) {
+        return QDateTime::fromString(
+            QString::fromLatin1(date).replace(QLatin1String("GMT"), QLatin1String("+0000")),
+            Qt::RFC2822Date);
+    };
+    const QDateTime until = moment(text);
+    if (!until.isValid())
+        return std::nullopt;
+    const QDateTime sent = moment(reply.Header("Date"));
+    return std::chrono::seconds(std::max<qint64>((sent.isValid() ? sent : now).secsTo(until), 0));
 }
 
 } // namespace
@@ -130,13 +139,17 @@ public:
 
     int code = 0;
     QString info;
+    int status = 0; ///< HTTP
+    bool endIsCertain = true;
+    std::optional<std::chrono::seconds> retryAfter;
 
 private:
     class UnderWay;
     void DemandIdle() const;
-    void Send(const QUrl &url);
-    void GiveLogin(const QNetworkReply &reply, QAuthenticator &login);
-    void Read();
+    void Send(const QUrl &url, const QByteArray &authorization = {});
+    void TakeReply();
+    bool Redirect(const HttpReply &reply);
+    bool GiveLogin(const HttpReply &reply);
     void PostStates();
     void Post(int state);
     QString TakePage();
@@ -145,15 +158,17 @@ private:
 
     Inet &m_inet;
     Clock &m_clock;
-    QNetworkAccessManager m_manager;
-    std::unique_ptr<QNetworkReply> m_reply;
-    QByteArray m_page;
+    HttpExchange m_exchange{MaximumPageBytes};
+    InetProxies m_proxies;
+    QNetworkCookieJar m_cookies; ///< of the run
+    QUrl m_url;                  ///< asked for now: the address, or where it points to
+    int m_redirects = 0;
+    QString m_redirectFailure;
     bool m_isUnderWay = false;
     bool m_isCancelled = false;
     bool m_isOver = false; ///< the reply has ended, or the page is full
-    QString m_loginHost;   ///< whose demand gets the login; empty when none does, or it was given
-    bool m_loginWasGiven = false;
-    int m_reached = 0; ///< the state
+    QUrl m_loginSite;      ///< whose demand gets the login; empty when none does, or it was given
+    int m_reached = 0;     ///< the state
     int m_posted = 0;
 };
 
@@ -165,18 +180,17 @@ public:
     {
         m_transfer.m_isUnderWay = true;
         m_transfer.m_isCancelled = m_transfer.m_isOver = false;
-        m_transfer.m_loginWasGiven = false;
         m_transfer.m_reached = m_transfer.m_posted = 0;
-        m_transfer.m_page.clear();
-        m_transfer.code = 0;
+        m_transfer.m_redirects = 0;
+        m_transfer.m_redirectFailure.clear();
+        m_transfer.code = m_transfer.status = 0;
         m_transfer.info.clear();
+        m_transfer.endIsCertain = true;
+        m_transfer.retryAfter.reset();
     }
     ~UnderWay()
     {
-        m_transfer.m_reply.reset();
-        if (m_transfer.m_loginWasGiven)
-            m_transfer.m_manager.clearAccessCache();
-        m_transfer.m_page.clear();
+        m_transfer.m_exchange.Abort();
         m_transfer.m_isUnderWay = false;
     }
 
@@ -184,12 +198,16 @@ private:
     Transfer &m_transfer;
 };
 
-Inet::Transfer::Transfer(Inet &inet, Clock &clock) : m_inet(inet), m_clock(clock)
+Inet::Transfer::Transfer(Inet &inet, Clock &clock)
+    : m_inet(inet), m_clock(clock), m_proxies(inet.AccessType)
 {
-    m_manager.setProxyFactory(new InetProxies(inet.AccessType)); // the manager owns it
-    QObject::connect(
-        &m_manager, &QNetworkAccessManager::authenticationRequired,
-        [this](QNetworkReply *reply, QAuthenticator *login) { GiveLogin(*reply, *login); });
+    m_exchange.OnOver = [this] { TakeReply(); };
+    m_exchange.OnProgress = [this](HttpExchange::Progress progress) {
+        const int state = progress == HttpExchange::Connecting ? Connecting
+                          : progress == HttpExchange::Sent     ? RequestSent
+                                                               : Receiving;
+        m_reached = std::max(m_reached, state);
+    };
 }
 
 QString Inet::Transfer::Fetch(const QString &address, bool givesLogin)
@@ -200,7 +218,7 @@ QString Inet::Transfer::Fetch(const QString &address, bool givesLogin)
     const QUrl url = UrlOf(address);
     if (!url.isValid())
         return Fail(AddressInvalid, QStringLiteral("The address is not valid"));
-    m_loginHost = givesLogin ? url.host() : QString();
+    m_loginSite = givesLogin ? url : QUrl();
     Send(url);
     std::exception_ptr thrown; // by a receiver of states: it must not pass the event loop
     const auto isDone = [&] {
@@ -225,46 +243,65 @@ QString Inet::Transfer::Fetch(const QString &address, bool givesLogin)
     return TakePage();
 }
 
-void Inet::Transfer::Send(const QUrl &url)
+void Inet::Transfer::Send(const QUrl &url, const QByteArray &authorization)
 {
-    m_reached = LookingUp;
-    m_reply.reset(m_manager.get(RequestFor(url)));
-    m_reply->setReadBufferSize(MaximumPageBytes);
-    const auto onReached = [this](int state) {
-        return [this, state] { m_reached = std::max(m_reached, state); };
-    };
-    QObject::connect(m_reply.get(), &QNetworkReply::socketStartedConnecting, onReached(Connecting));
-    QObject::connect(m_reply.get(), &QNetworkReply::requestSent, onReached(RequestSent));
-    QObject::connect(m_reply.get(), &QNetworkReply::metaDataChanged, onReached(Receiving));
-    QObject::connect(m_reply.get(), &QNetworkReply::readyRead, [this] { Read(); });
-    QObject::connect(m_reply.get(), &QNetworkReply::finished, [this] {
-        Read();
-        m_isOver = true;
-    });
+    m_url = url;
+    m_reached = std::max<int>(m_reached, LookingUp);
+    QByteArray cookies;
+    for (const QNetworkCookie &cookie : m_cookies.cookiesForUrl(url))
+        cookies +=
+            (cookies.isEmpty() ? "" : "; ") + cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+    m_exchange.Begin(url, m_proxies.queryProxy(QNetworkProxyQuery(url)).value(0),
+                     HeadersOf(cookies, authorization));
+}
+
+/// May be followed by a further request.
+void Inet::Transfer::TakeReply()
+{
+    const HttpReply &reply = m_exchange.Reply();
+    for (const auto &[name, value] : reply.headers)
+        if (name.compare("Set-Cookie", Qt::CaseInsensitive) == 0)
+            m_cookies.setCookiesFromUrl(QNetworkCookie::parseCookies(value), m_url);
+    if (reply.error == 0 && (Redirect(reply) || GiveLogin(reply)))
+        return;
+    m_isOver = true;
+}
+
+bool Inet::Transfer::Redirect(const HttpReply &reply)
+{
+    constexpr int redirects[] = {301, 302, 303, 307, 308};
+    const QByteArray location = reply.Header("Location");
+    if (location.isEmpty() ||
+        std::find(std::begin(redirects), std::end(redirects), reply.status) == std::end(redirects))
+        return false;
+    QUrl next = m_url.resolved(QUrl::fromEncoded(location));
+    next.setUserInfo({});
+    const bool isLessSafe =
+        m_url.scheme() == QLatin1String("https") && next.scheme() != QLatin1String("https");
+    if (++m_redirects > MaximumRedirects)
+        m_redirectFailure = QStringLiteral("The page points to another one too often");
+    else if (!IsOfTheWeb(next))
+        m_redirectFailure = QStringLiteral("The page points out of the web");
+    else if (isLessSafe)
+        m_redirectFailure = QStringLiteral("The page points to one that is less safe");
+    if (!m_redirectFailure.isEmpty())
+        return false;
+    Send(next);
+    return true;
 }
 
 /// Once, and only to the site of the address, not to one that this one points to. A login that was
 /// refused is not given again: then the page that says so comes back.
-void Inet::Transfer::GiveLogin(const QNetworkReply &reply, QAuthenticator &login)
+bool Inet::Transfer::GiveLogin(const HttpReply &reply)
 {
-    const QString host = std::exchange(m_loginHost, {});
-    if (host.isEmpty() || reply.url().host() != host)
-        return;
-    m_loginWasGiven = true;
-    login.setUser(m_inet.UserName);
-    login.setPassword(m_inet.Password);
-}
-
-void Inet::Transfer::Read()
-{
-    while (m_page.size() < MaximumPageBytes) {
-        const QByteArray chunk =
-            m_reply->read(std::min<qint64>(ChunkBytes, MaximumPageBytes - m_page.size()));
-        if (chunk.isEmpty())
-            return;
-        m_page += chunk;
-    }
-    m_isOver = true;
+    if (reply.status != 401 || !AsksForBasicLogin(reply))
+        return false;
+    const QUrl site = std::exchange(m_loginSite, {});
+    if (site.isEmpty() || !IsSameSite(m_url, site))
+        return false;
+    Send(m_url,
+         "Basic " + (m_inet.UserName + QLatin1Char(':') + m_inet.Password).toUtf8().toBase64());
+    return true;
 }
 
 void Inet::Transfer::PostStates()
@@ -282,28 +319,30 @@ void Inet::Transfer::Post(int state)
 
 QString Inet::Transfer::TakePage()
 {
-    const QNetworkReply::NetworkError error = m_reply->error();
-    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (CodeOf(error) == TimedOut)
+    const HttpReply &reply = m_exchange.Reply();
+    status = reply.status;
+    if (reply.error == TimedOut)
         ThrowTimeOut(); // of the connection, before ours
-    const bool isFull = m_page.size() == MaximumPageBytes;
-    if (error != QNetworkReply::NoError && !IsAboutTheStatus(error, status) && !isFull)
-        return Fail(CodeOf(error), m_reply->errorString());
+    if (!m_redirectFailure.isEmpty())
+        return Fail(RedirectFailed, m_redirectFailure);
+    if (reply.error != 0)
+        return Fail(reply.error, reply.errorText);
 
-    // The access manager takes some pages for whole that are not.
-    const qint64 length = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
-    const bool isShort = m_page.size() < length;
-    const Body body = Uncompress(m_page, m_reply->rawHeader("Content-Encoding"), MaximumPageBytes);
-    if ((isShort || body == Body::CutShort) && !isFull)
+    QByteArray page = reply.body;
+    const Body body = Uncompress(page, reply.Header("Content-Encoding"), MaximumPageBytes);
+    if (body == Body::CutShort && !reply.isFull)
         return Fail(ConnectionReset, QStringLiteral("The page was cut short"));
     if (body == Body::Damaged)
         return Fail(InvalidReply, QStringLiteral("The page came damaged"));
-    const QString text =
-        TextOf(m_page, m_reply->header(QNetworkRequest::ContentTypeHeader).toString());
+    const QString text = TextOf(page, QString::fromLatin1(reply.Header("Content-Type")));
     if (text.isEmpty() && status >= 400) {
         code = status;
-        info = m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
+        info = QString::fromLatin1(reply.reason);
     }
+    // A compressed form tells its end, too.
+    endIsCertain = reply.endIsCertain || !reply.Header("Content-Encoding").isEmpty();
+    if (status == 429 || status == 503)
+        retryAfter = WaitOf(reply, m_clock.Now());
     m_reached = Received;
     PostStates();
     Post(Completed);
@@ -335,7 +374,7 @@ void Inet::Transfer::CloseConnections()
 {
     DemandIdle();
     Post(Disconnecting);
-    m_manager.clearConnectionCache();
+    m_exchange.CloseConnections();
     Post(Disconnected);
 }
 
@@ -381,4 +420,19 @@ int Inet::ResponseCode() const
 QString Inet::ResponseInfo() const
 {
     return m_transfer->info;
+}
+
+int Inet::HttpStatus() const
+{
+    return m_transfer->status;
+}
+
+bool Inet::EndIsCertain() const
+{
+    return m_transfer->endIsCertain;
+}
+
+std::optional<std::chrono::seconds> Inet::RetryAfter() const
+{
+    return m_transfer->retryAfter;
 }

@@ -28,8 +28,10 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class Inet
 {
@@ -72,7 +74,8 @@ public:
 
     /// No login is sent, whatever UserName says.
     QString OpenURL(const QString &address);
-    /// Fetches URL with UserName and Password, which are given when the server asks for them.
+    /// Fetches URL with UserName and Password, which are given when the server asks for them: that of
+    /// the same scheme, host and port alone, not one that it points to.
     QString OpenURL();
     /// "QUIT" closes the connections that are kept open; other operations throw RuntimeError 5.
     void Execute(const QString &operation);
@@ -85,6 +88,14 @@ public:
     int ResponseCode() const;
     /// What ResponseCode says, in words; empty with code 0.
     QString ResponseInfo() const;
+
+    /// Of the last transfer: the HTTP status of the reply; 0 when none came.
+    int HttpStatus() const;
+    /// False when the last page has no mark of its end that can be relied on: then the connection may
+    /// have been cut, and the end of the page be missing.
+    bool EndIsCertain() const;
+    /// How long the last reply asks to be left alone: one of status 429 or 503 with Retry-After.
+    std::optional<std::chrono::seconds> RetryAfter() const;
 
 private:
     class Transfer;

@@ -152,6 +152,76 @@ TYPED_TEST(InetFailure, HandsBackNothingOfACompressedPageThatIsCutShort)
     EXPECT_EQ(this->Fetch("/quotes").size(), 507);
 }
 
+namespace
+{
+
+/// A reply in chunks of `size` bytes.
+QByteArray Chunked(const QByteArray &body, int size, const QByteArray &headers = {})
+{
+    QByteArray reply = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n" + headers + "\r\n";
+    for (int at = 0; at < body.size(); at += size) {
+        const QByteArray chunk = body.mid(at, size);
+        reply += QByteArray::number(chunk.size(), 16) + "\r\n" + chunk + "\r\n";
+    }
+    return reply + "0\r\n\r\n";
+}
+
+} // namespace
+
+TYPED_TEST(InetFailure, HandsBackNothingOfAPageInChunksThatIsCutShort)
+{
+    const QByteArray body = "<p>[ACME]$612.34;</p> [BOND]$1,024.50;";
+    for (const QByteArray &headers : {QByteArray(), QByteArray("Connection: close\r\n")}) {
+        for (const int size : {5, 14, 100}) {
+            const QByteArray whole = Chunked(body, size, headers);
+            const qsizetype head = whole.indexOf("\r\n\r\n") + 4;
+            for (qsizetype cut = head; cut < whole.size(); ++cut) {
+                for (const int drip : {0, int(head), 40}) { // at once, head first, in pieces
+                    Page page = Page::Raw(whole.first(cut));
+                    if (drip > 0)
+                        page.Drip(drip, 1ms);
+                    this->m_server.On("/quotes", page);
+                    SCOPED_TRACE(whole.mid(head, cut - head).constData());
+                    SCOPED_TRACE(drip);
+                    this->ExpectFailure(this->Fetch("/quotes?s=secret"), Inet::ConnectionReset);
+                }
+            }
+        }
+    }
+    this->ExpectItStillWorks();
+}
+
+TYPED_TEST(InetFailure, ReadsAPageInChunksOfAnySize)
+{
+    const QByteArray body = "<p>[ACME]$612.34;</p> [BOND]$1,024.50;";
+    for (const int size : {1, 5, 14, 16, 100}) {
+        for (const int drip : {0, 1, 7}) {
+            Page page = Page::Raw(Chunked(body, size));
+            if (drip > 0)
+                page.Drip(drip, 1ms);
+            this->m_server.On("/quotes", page);
+            EXPECT_EQ(this->Fetch("/quotes"), QString::fromLatin1(body)) << size << ' ' << drip;
+            EXPECT_TRUE(this->m_inet.EndIsCertain());
+        }
+    }
+    this->m_server.On("/quotes", Page::Raw("HTTP/1.1 200 OK\r\ntransfer-encoding: Chunked\r\n\r\n"
+                                           "0005;name=value\r\nACME \r\n5 \r\n10.50\r\n"
+                                           "000\r\nExpires: never\r\n\r\n"));
+    EXPECT_EQ(this->Fetch("/quotes"), "ACME 10.50");
+}
+
+TYPED_TEST(InetFailure, TellsChunksThatAreNone)
+{
+    const QByteArray head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    for (const char *chunks : {"five\r\nACME \r\n0\r\n\r\n", "\r\n\r\n", "-5\r\nACME \r\n",
+                               "3\r\nACME \r\n0\r\n\r\n", "ffffffffffffffffff\r\nACME"}) {
+        this->m_server.On("/quotes", Page::Raw(head + chunks));
+        SCOPED_TRACE(chunks);
+        this->ExpectFailure(this->Fetch("/quotes?s=secret"), Inet::InvalidReply);
+    }
+    this->ExpectItStillWorks();
+}
+
 TYPED_TEST(InetFailure, TellsAPageInACompressionThatItDidNotAskFor)
 {
     this->m_server.On("/quotes", Page("ACME 10.50").Header("Content-Encoding", "br"));

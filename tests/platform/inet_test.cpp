@@ -226,7 +226,8 @@ TEST_F(InetPage, EscapesWhatAnAddressCannotHold)
         {"/q?s=O'NEIL \"A\"", "/q?s=O'NEIL%20%22A%22"},
         {"/q?s=SOCIÉTÉ", "/q?s=SOCI%C3%89T%C3%89"},
         {"/q?s=5%", "/q?s=5%25"},
-        {"/q?s=%5EGSPC", "/q?s=%5EGSPC"}, // stands escaped already
+        {"/q?s=50%,#1,%5EX", "/q?s=50%25,%231,%5EX"}, // each once
+        {"/q?s=%5EGSPC", "/q?s=%5EGSPC"},             // stands escaped already
         {"/q?s=A+B&f=l1", "/q?s=A+B&f=l1"},
         {"/q?s=A#1&f=l1", "/q?s=A%231&f=l1"}, // goes on behind the mark
         {"/q/<A>{1}?s=A,B;C=D", "/q/%3CA%3E%7B1%7D?s=A,B;C=D"},
@@ -421,6 +422,76 @@ TEST_F(InetPage, GivesTheLoginToNoOtherSiteThatTheAddressPointsTo)
     EXPECT_EQ(FetchAsMember("/old", "me", "secret"), "Authorization failed");
     for (const LoopbackServer::Request &request : m_server.Requests())
         EXPECT_EQ(request.Header("Authorization"), "");
+}
+
+TEST_F(InetPage, GivesTheLoginToNoOtherPortOfItsHost)
+{
+    LoopbackServer other;
+    other.On("/member", Page("ACME 10.50").AskLogin("me", "secret"));
+    m_server.On("/old", Page::RedirectTo(other.Address("/member").toUtf8()));
+    EXPECT_EQ(FetchAsMember("/old", "me", "secret"), "Authorization failed");
+    EXPECT_EQ(other.Requests("/member"), 1);
+    EXPECT_EQ(other.LastRequest().Header("Authorization"), "");
+}
+
+TEST_F(InetPage, GivesTheLoginToNoOtherSchemeOfItsHost)
+{
+    const TrustInLoopback trust;
+    LoopbackServer safe(LoopbackTls());
+    safe.On("/member", Page("ACME 10.50").AskLogin("me", "secret"));
+    m_server.On("/old", Page::RedirectTo(safe.Address("/member").toUtf8()));
+    EXPECT_EQ(FetchAsMember("/old", "me", "secret"), "Authorization failed");
+    EXPECT_EQ(safe.LastRequest().Header("Authorization"), "");
+}
+
+// --- what the head of a reply says ----------------------------------------------------------------
+
+TEST_F(InetPage, TellsTheStatusOfTheReply)
+{
+    m_server.On("/quotes", Page("ACME 10.50"));
+    Fetch("/quotes");
+    EXPECT_EQ(m_inet.HttpStatus(), 200);
+    Fetch("/nowhere");
+    EXPECT_EQ(m_inet.HttpStatus(), 404);
+    m_inet.OpenURL(LoopbackServer::RefusedOrigin());
+    EXPECT_EQ(m_inet.HttpStatus(), 0);
+}
+
+TEST_F(InetPage, TellsHowLongAReplyAsksToBeLeftAlone)
+{
+    const auto wait = [this](const Page &page) {
+        m_server.On("/quotes", page);
+        Fetch("/quotes");
+        return m_inet.RetryAfter() ? int(m_inet.RetryAfter()->count()) : -1;
+    };
+    EXPECT_EQ(wait(Page("Slow down").Status(429).Header("Retry-After", "120")), 120);
+    EXPECT_EQ(wait(Page().Status(503).Header("Retry-After", "60")), 60); // without a body
+    EXPECT_EQ(wait(Page("x").Status(503).Header("Retry-After", "-60")), 0);
+    EXPECT_EQ(wait(Page("x").Status(503).Header("Retry-After", "soon")), -1);
+    EXPECT_EQ(wait(Page("x").Status(429)), -1);
+    EXPECT_EQ(wait(Page("x").Header("Retry-After", "60")), -1);
+    EXPECT_EQ(wait(Page("x").Status(404).Header("Retry-After", "60")), -1);
+    // A date counts from that of the reply, whatever this machine's clock says.
+    EXPECT_EQ(wait(Page("x")
+                       .Status(503)
+                       .Header("Date", "Mon, 02 Mar 2026 10:15:00 GMT")
+                       .Header("Retry-After", "Mon, 02 Mar 2026 10:17:30 GMT")),
+              150);
+    EXPECT_EQ(wait(Page("x").Status(503).Header("Retry-After", "Sun, 01 Mar 2020 10:17:30 GMT")),
+              0);
+}
+
+TEST_F(InetPage, TellsWhetherTheEndOfThePageIsCertain)
+{
+    const auto isCertain = [this](const Page &page) {
+        m_server.On("/quotes", page);
+        EXPECT_EQ(Fetch("/quotes"), "ACME 10.50");
+        return m_inet.EndIsCertain();
+    };
+    EXPECT_TRUE(isCertain(Page("ACME 10.50")));
+    EXPECT_FALSE(isCertain(Page("ACME 10.50").WithoutLength()));
+    EXPECT_TRUE(isCertain(Page("ACME 10.50").Gzip().WithoutLength()));
+    EXPECT_TRUE(isCertain(Page("ACME 10.50")));
 }
 
 TEST_F(InetPage, KeepsCookiesForTheRunAlone)
