@@ -169,22 +169,33 @@ void MainRoutine::ConvertAccount()
 void MainRoutine::OpenStartupScreens()
 {
     const Settings &settings = m_program.settings;
+    // A list whose rows cannot be shown or summed keeps no account from opening.
+    const auto showList = [this](const char *form) {
+        try {
+            m_host.Show(QString::fromUtf8(form));
+        } catch (const RuntimeError &error) {
+            m_host.Unload(QString::fromUtf8(form));
+            m_program.services.dialogs.MsgBox(
+                QStringLiteral("A list of this account cannot be shown.\n") + ErrorLines(error),
+                Box::Exclamation, EditorTitle());
+        }
+    };
     if (settings.DailyTracker == 1)
         m_host.Show(QStringLiteral("frmDailyTracker"));
     if (settings.WebPriceUpdate && !m_program.entry.RebuildRunning)
         m_host.Load(QStringLiteral("frmInternetTran"));
     if (settings.PurchaseList == 1)
-        m_host.Show(QStringLiteral("frmPurchaseList"));
+        showList("frmPurchaseList");
     if (settings.DailyProfitLoss == 1)
-        m_host.Show(QStringLiteral("frmDailyProfitLoss"));
+        showList("frmDailyProfitLoss");
     if (settings.HistoryList == 1)
-        m_host.Show(QStringLiteral("frmHistoryList"));
+        showList("frmHistoryList");
     if (settings.ChartScreen == 1)
-        m_host.Show(QStringLiteral("frmChartScreen"));
+        showList("frmChartScreen");
     if (settings.BrowserScreen == 1)
         m_host.Show(QStringLiteral("frmWebBrowser"));
     if (settings.HistoricalPriceList == 1)
-        m_host.Show(QStringLiteral("frmHistoricalPriceList"));
+        showList("frmHistoricalPriceList");
 }
 
 void MainRoutine::ArrangeAtStartup()

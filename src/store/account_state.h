@@ -18,7 +18,9 @@ struct AccountState
     Currency DayBalance;              ///< copy of AccountBalance, kept for the undo record
     QDate TrackerDay = NoDate();      ///< the day that the Today columns stand for
     QDate LastPriceUpdate = NoDate(); ///< last day with a finished price cycle
-    Integer ElapsedDays;              ///< days of use since the last automatic compaction
+    /// No daily prices are asked for on this day any more; of this run.
+    QDate HistoryRestsOn = NoDate();
+    Integer ElapsedDays; ///< days of use since the last automatic compaction
 
     QString CommissionStyle = QStringLiteral("n/a"); ///< "Style1" to "Style5"
     Currency CommissionCost;     ///< flat cost; of Style5 the factor on the amount

@@ -19,11 +19,29 @@ struct DescriptiveColumns
     int field[13] = {};
 };
 
+/// Zero for a number that does not fit: no field may keep the account from opening.
+template <class Read>
+auto OrZero(Read read)
+{
+    try {
+        return read();
+    } catch (const RuntimeError &) {
+        return decltype(read())();
+    }
+}
+
 bool IsZeroOrNull(const Recordset &rows, int column)
 {
     bool isNumber = false;
     const double value = rows.Text(column).trimmed().toDouble(&isNumber);
     return rows.IsFieldNull(column) || (isNumber && value == 0);
+}
+
+/// "6018", "4": a damaged one must not pass for that of an old account.
+bool IsVersion(const QString &text)
+{
+    constexpr double Beyond = 1e9;
+    return !text.isEmpty() && text[0].isDigit() && text.toDouble() < Beyond;
 }
 
 /// False, with nothing written, when the account was written by a version before 5.
@@ -35,11 +53,13 @@ bool ReadBalance(Recordset &rows, const DescriptiveColumns &at, AccountState &ac
     account.CommissionStyle = rows.Text(at.field[8]);
 
     if (account.TrackerDay != today) // days of use, not days that passed
-        rows.Set(at.field[7], rows.ShareCount(at.field[7]) + Single::FromFloat(1));
-    account.ElapsedDays = Integer::FromWide(qRound64(rows.ShareCount(at.field[7]).ToDouble()));
+        rows.Set(at.field[7],
+                 OrZero([&] { return rows.ShareCount(at.field[7]) + Single::FromFloat(1); }));
+    account.ElapsedDays = OrZero(
+        [&] { return Integer::FromWide(qRound64(rows.ShareCount(at.field[7]).ToDouble())); });
 
     const QString current = ProgramVersion().Text();
-    if (IsZeroOrNull(rows, at.field[6]))
+    if (IsZeroOrNull(rows, at.field[6]) || !IsVersion(rows.Text(at.field[6]).trimmed()))
         rows.Set(at.field[6], current);
     if (rows.Text(at.field[6]).size() == 1)
         rows.Set(at.field[6], QString(rows.Text(at.field[6]) + QStringLiteral("0000")));
@@ -55,8 +75,9 @@ void ReadStyle(const Recordset &rows, const DescriptiveColumns &at, AccountState
 {
     account.CommissionCost = rows.Money(at.field[1]);
     account.CommissionPerShare = rows.Money(at.field[2]);
-    account.CommissionShares = Single::FromDouble(rows.Text(at.field[6]).toDouble());
-    account.CommissionShares2 = rows.ShareCount(at.field[7]);
+    account.CommissionShares =
+        OrZero([&] { return Single::FromDouble(rows.Text(at.field[6]).toDouble()); });
+    account.CommissionShares2 = OrZero([&] { return rows.ShareCount(at.field[7]); });
 }
 
 void ReadSecurity(const Recordset &rows, const DescriptiveColumns &at, AccountState &account)
@@ -64,7 +85,11 @@ void ReadSecurity(const Recordset &rows, const DescriptiveColumns &at, AccountSt
     account.LogoffMinutes = rows.Text(at.field[6]).toInt();
     if (!rows.IsFieldNull(at.field[8]) && !rows.IsFieldNull(at.field[9])) {
         account.LoginID = rows.Text(at.field[8]);
-        account.LoginPassword = ShiftDown(rows.Text(at.field[9]));
+        try {
+            account.LoginPassword = ShiftDown(rows.Text(at.field[9]));
+        } catch (const RuntimeError &) {
+            account.LoginPassword = rows.Text(at.field[9]); // which nobody will type
+        }
     }
     account.PasswordProtected = rows.Flag(at.field[10]) ? 1 : 0;
     account.LogoffEnabled = rows.Flag(at.field[11]) ? 1 : 0;
@@ -101,7 +126,8 @@ bool WalkControlRows(Connection &gConnAccount, AccountState &account, QDate toda
         } else if (kind == account.CommissionStyle)
             ReadStyle(rows, at, account);
         else if (kind == QLatin1String("WebSite")) {
-            account.WebUpdateMinutes = Integer::FromWide(rows.Text(at.field[6]).toInt());
+            account.WebUpdateMinutes =
+                OrZero([&] { return Integer::FromWide(rows.Text(at.field[6]).toInt()); });
             // A row that names no site leaves the one that the table of sites gave as the default.
             const QString chosen = rows.Text(at.field[8]);
             if (!chosen.trimmed().isEmpty())

@@ -18,10 +18,8 @@ void BindValue(Statement &statement, int index, const FieldValue &value)
         value);
 }
 
-FieldValue ReadValue(const Statement &statement, int column, FieldType type)
+FieldValue ReadTyped(const Statement &statement, int column, FieldType type)
 {
-    if (statement.IsNull(column))
-        return std::monostate();
     switch (type) {
     case FieldType::Currency:
         return statement.Money(column);
@@ -41,6 +39,20 @@ FieldValue ReadValue(const Statement &statement, int column, FieldType type)
         return statement.Time(column);
     }
     throw RuntimeError::TypeMismatch();
+}
+
+/// A number that its type cannot hold comes as a text: a list shows it, and its row can be deleted.
+FieldValue ReadValue(const Statement &statement, int column, FieldType type)
+{
+    if (statement.IsNull(column))
+        return std::monostate();
+    try {
+        return ReadTyped(statement, column, type);
+    } catch (const RuntimeError &error) {
+        if (error.Number() != RuntimeError::OverflowNumber)
+            throw;
+        return statement.Text(column);
+    }
 }
 
 } // namespace

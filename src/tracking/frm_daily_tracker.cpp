@@ -203,6 +203,7 @@ void frmDailyTracker::ReloadDataGrid()
     UpdatePortfolioTotals();
     RefreshRows();
     DataGridStock_RowColChange();
+    TellRowsLeftOut(work);
 }
 
 void frmDailyTracker::RefreshRows()

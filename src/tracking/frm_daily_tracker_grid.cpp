@@ -113,3 +113,16 @@ QString TrackerGridSource::Text(int row, int column) const
         return QString();
     return trackerColumns[column].text(m_rows.At(row), m_formats);
 }
+
+CellMark TrackerGridSource::Mark(int row, int column) const
+{
+    constexpr int PriceColumn = 3;
+    if (row < 0 || row >= m_rows.RecordCount())
+        return {};
+    if (const QString &leftOut = m_rows.LeftOut(row); !leftOut.isEmpty())
+        return {leftOut};
+    if (column != PriceColumn)
+        return {};
+    const PriceMark mark = m_rows.MarkOfPrice(row);
+    return {mark.why, mark.isOld};
+}

@@ -23,6 +23,8 @@ public:
 
     int RowCount() const override { return m_rows.RecordCount(); }
     QString Text(int row, int column) const override;
+    /// On the price, that it is suspicious or old; on all cells, that the row is left out of the totals.
+    CellMark Mark(int row, int column) const override;
 
 private:
     const TrackerRecordset &m_rows;

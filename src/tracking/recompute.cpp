@@ -2,6 +2,8 @@
 
 #include "tracking/valuation.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -33,6 +35,8 @@ void ResetToDateAmounts(RecomputeWork &work)
         return;
     }
     for (; !work.rows.AtEnd(); work.rows.MoveNext()) {
+        if (!work.rows.Unreadable(work.rows.Position()).isEmpty())
+            continue; // a write would put zeros in place of what is stored
         TrackerRow &row = work.rows.Edit();
         row.ProfitLossToDate = row.TransCostToDate = row.InvestedToDate = Currency();
         row.NumberTransToDate = Integer();
@@ -63,10 +67,11 @@ void RecomputeRows(RecomputeWork &work, bool loading)
             CheckPurchasePriceList(rows.Current(), work.lots, work.services, work.title) &&
             work.services.showHelp)
             work.services.showHelp(QStringLiteral("ErrorMessageHelp.html"));
-        TrackerRow &row = rows.Edit();
-        if (newDay)
-            RollDayForward(row);
-        ValueRow(totals, row);
+        OrLeaveOut(totals, rows, [&](TrackerRow &row) {
+            if (newDay)
+                RollDayForward(row);
+            ValueRow(totals, row);
+        });
     }
     rows.UpdateBatch();
     rows.MoveFirst();
@@ -75,6 +80,35 @@ void RecomputeRows(RecomputeWork &work, bool loading)
         totals.PriorBasisTotal = totals.BasisTotal;
     else
         ComputePortfolioBalance(work.account, totals, work.undoBalance);
+}
+
+void TellRowsLeftOut(RecomputeWork &work)
+{
+    const std::vector<int> rows = work.rows.TakeNewlyLeftOut();
+    if (rows.empty())
+        return;
+    constexpr size_t MostNamed = 20;
+    const Formats &formats = work.services.formats;
+    QString lines;
+    for (size_t i = 0; i < std::min(rows.size(), MostNamed); ++i) {
+        const TrackerRow &row = work.rows.At(rows[i]);
+        const QString &unreadable = work.rows.Unreadable(rows[i]);
+        lines += QLatin1Char('\n') + row.Symbol + QStringLiteral(": ") +
+                 (unreadable.isEmpty()
+                      ? QStringLiteral("Price %1, Shares %2")
+                            .arg(formats.Format(row.CurrPrice, u"#,##0.0000"),
+                                 formats.Format(row.Shares, u"#,##0.0000"))
+                      : QStringLiteral("no usable number in the column %1").arg(unreadable));
+    }
+    if (rows.size() > MostNamed)
+        lines += QStringLiteral("\nand %1 more").arg(rows.size() - MostNamed);
+    work.services.dialogs.MsgBox(
+        QStringLiteral("These rows of the Daily Tracker cannot be valued, and are left out of the "
+                       "totals:") +
+            lines +
+            QStringLiteral("\nThe next good price brings a row back. 'Clear' and 'Delete' of the "
+                           "popup menu remove its amounts."),
+        Box::Exclamation, work.title);
 }
 
 void TestToDateReset(RecomputeWork &work)
@@ -87,10 +121,24 @@ void TestToDateReset(RecomputeWork &work)
     settings.ResetDate = settings.ResetDate.addMonths(settings.ResetMonths);
 }
 
+namespace
+{
+
+bool LotsMatch(const TrackerRow &row, const PurchaseLots &lots)
+{
+    try {
+        return lots.SharesOf(row.Symbol) == row.Shares;
+    } catch (const RuntimeError &) { // too many shares to be counted
+        return false;
+    }
+}
+
+} // namespace
+
 bool CheckPurchasePriceList(const TrackerRow &row, const PurchaseLots &lots, Services &services,
                             const QString &title)
 {
-    if (lots.SharesOf(row.Symbol) == row.Shares)
+    if (LotsMatch(row, lots))
         return false;
     return services.dialogs.MsgBox(
                QStringLiteral("Message number: 100\n"

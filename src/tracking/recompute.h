@@ -30,6 +30,9 @@ struct RecomputeWork
 /// date.
 void RecomputeRows(RecomputeWork &work, bool loading);
 
+/// Shows a box that names the rows which have been left out of the totals since the last call.
+void TellRowsLeftOut(RecomputeWork &work);
+
 /// On or after ResetDate: offers to set the ToDate amounts to zero, unless they are never reset,
 /// and moves ResetDate on by ResetMonths, whatever the answer.
 void TestToDateReset(RecomputeWork &work);

@@ -11,28 +11,69 @@ const QString Columns = QStringLiteral(
     "ActualProfitLoss, TransCostToday, TransCostToDate, NumberTransToday, NumberTransToDate, "
     "InvestedValue, InvestedToDate, TransDate, Time, PerCentGainToday");
 
+/// An expression for the names of the columns whose values no number of the program can hold, each
+/// followed by ", ". Basis, ActualProfitLoss, InvestedValue and PerCentGainToday are not among them:
+/// they follow from the others.
+QString UnreadableColumns()
+{
+    const struct
+    {
+        QStringList columns;
+        QString range;
+    } kinds[] = {
+        {{QStringLiteral("Shares")}, QStringLiteral("-3.4e38 AND 3.4e38")},
+        {{QStringLiteral("CurrPrice"), QStringLiteral("AvrgPrice"),
+          QStringLiteral("ProfitLossToday"), QStringLiteral("ProfitLossToDate"),
+          QStringLiteral("TransCostToday"), QStringLiteral("TransCostToDate"),
+          QStringLiteral("InvestedToDate")},
+         QStringLiteral("-9223372036854775807 AND 9223372036854775806")},
+        {{QStringLiteral("NumberTransToday"), QStringLiteral("NumberTransToDate")},
+         QStringLiteral("-32768 AND 32767")},
+    };
+    QStringList names;
+    for (const auto &[columns, range] : kinds)
+        for (const QString &column : columns) // a text is above every number, so in no range
+            names << QStringLiteral("CASE WHEN %1 BETWEEN %2 THEN '' ELSE '%1, ' END")
+                         .arg(column, range);
+    return names.join(QStringLiteral(" || "));
+}
+
+/// Zero for what does not fit.
+template <class Read>
+auto OrZero(Read read)
+{
+    try {
+        return read();
+    } catch (const RuntimeError &) {
+        return decltype(read())();
+    }
+}
+
 TrackerRow ReadRow(const Statement &s)
 {
+    const auto money = [&s](int column) { return OrZero([&] { return s.Money(column); }); };
+    const auto single = [&s](int column) { return OrZero([&] { return s.ShareCount(column); }); };
+    const auto counter = [&s](int column) { return OrZero([&] { return s.Counter(column); }); };
     TrackerRow row;
     int column = 0; // the row's id
     row.Symbol = s.Text(++column);
     row.Name = s.Text(++column);
-    row.Shares = s.ShareCount(++column);
-    row.CurrPrice = s.Money(++column);
-    row.Basis = s.Money(++column);
-    row.AvrgPrice = s.Money(++column);
-    row.ProfitLossToday = s.Money(++column);
-    row.ProfitLossToDate = s.Money(++column);
-    row.ActualProfitLoss = s.Money(++column);
-    row.TransCostToday = s.Money(++column);
-    row.TransCostToDate = s.Money(++column);
-    row.NumberTransToday = s.Counter(++column);
-    row.NumberTransToDate = s.Counter(++column);
-    row.InvestedValue = s.Money(++column);
-    row.InvestedToDate = s.Money(++column);
+    row.Shares = single(++column);
+    row.CurrPrice = money(++column);
+    row.Basis = money(++column);
+    row.AvrgPrice = money(++column);
+    row.ProfitLossToday = money(++column);
+    row.ProfitLossToDate = money(++column);
+    row.ActualProfitLoss = money(++column);
+    row.TransCostToday = money(++column);
+    row.TransCostToDate = money(++column);
+    row.NumberTransToday = counter(++column);
+    row.NumberTransToDate = counter(++column);
+    row.InvestedValue = money(++column);
+    row.InvestedToDate = money(++column);
     row.TransDate = s.Date(++column);
     row.Time = s.Time(++column);
-    row.PerCentGainToday = s.ShareCount(++column);
+    row.PerCentGainToday = single(++column);
     return row;
 }
 
@@ -72,13 +113,21 @@ void TrackerRecordset::Close()
 
 void TrackerRecordset::Read()
 {
+    QHash<qint64, const Entry *> before;
+    for (const Entry &entry : m_rows)
+        before.insert(entry.id, &entry);
     std::vector<Entry> rows;
-    Statement statement = m_connection->Prepare(
-        QStringLiteral("SELECT rowid, %1 FROM DailyTracker %2").arg(Columns, m_orderBy));
+    Statement statement =
+        m_connection->Prepare(QStringLiteral("SELECT rowid, %1, %2 FROM DailyTracker %3")
+                                  .arg(Columns, UnreadableColumns(), m_orderBy));
     while (statement.Step()) {
-        Entry entry;
-        entry.id = statement.Int64(0);
+        const qint64 id = statement.Int64(0);
+        const auto marked = before.constFind(id);
+        Entry entry = marked != before.constEnd() ? **marked : Entry(); // for its marks
+        entry.id = id;
         entry.now = entry.stored = ReadRow(statement);
+        entry.unreadable = statement.Text(ColumnCount + 1);
+        entry.unreadable.chop(2); // the last comma
         rows.push_back(std::move(entry));
     }
     m_rows = std::move(rows);
@@ -123,6 +172,50 @@ const TrackerRow &TrackerRecordset::Current() const
 TrackerRow &TrackerRecordset::Edit()
 {
     return const_cast<TrackerRow &>(Current());
+}
+
+void TrackerRecordset::SetPrice(Currency price, QTime time)
+{
+    TrackerRow &row = Edit();
+    row.CurrPrice = price;
+    row.Time = time;
+    QString &unreadable = m_rows[size_t(m_current)].unreadable;
+    if (unreadable == QLatin1String("CurrPrice"))
+        unreadable.clear();
+}
+
+PriceMark TrackerRecordset::MarkOfPrice(int row) const
+{
+    const Entry &entry = m_rows[size_t(row)];
+    return entry.now.CurrPrice == entry.markedPrice ? entry.priceMark : PriceMark();
+}
+
+void TrackerRecordset::MarkPrice(int row, const PriceMark &mark)
+{
+    Entry &entry = m_rows[size_t(row)];
+    entry.priceMark = mark;
+    entry.markedPrice = entry.now.CurrPrice;
+}
+
+void TrackerRecordset::MarkLeftOut(int row, const QString &why)
+{
+    Entry &entry = m_rows[size_t(row)];
+    entry.leftOut = why;
+    if (why.isEmpty())
+        entry.isLeftOutKnown = false;
+}
+
+std::vector<int> TrackerRecordset::TakeNewlyLeftOut()
+{
+    std::vector<int> rows;
+    for (int row = 0; row < RecordCount(); ++row) {
+        Entry &entry = m_rows[size_t(row)];
+        if (entry.leftOut.isEmpty() || entry.isLeftOutKnown)
+            continue;
+        entry.isLeftOutKnown = true;
+        rows.push_back(row);
+    }
+    return rows;
 }
 
 void TrackerRecordset::AddNew(const QString &symbol, const QString &name, QDate today, QTime now)
@@ -188,6 +281,8 @@ void TrackerRecordset::UpdateBatch()
     for (size_t i = 0; i < m_rows.size(); ++i) {
         renamed = renamed || m_rows[i].now.Symbol != m_rows[i].stored.Symbol;
         m_rows[i].id = ids[i];
+        if (!(m_rows[i].stored == m_rows[i].now))
+            m_rows[i].unreadable.clear(); // every column was written
         m_rows[i].stored = m_rows[i].now;
     }
     if (renamed)

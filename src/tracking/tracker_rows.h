@@ -6,6 +6,10 @@
 /// The rows lie in memory in the order of the last query; an edit moves no row, so that sums over
 /// the rows keep their order until the next Requery. Edits are gathered: UpdateBatch writes the
 /// rows that differ from what is stored, in one transaction.
+///
+/// A row can bear marks, which are in memory alone and stay with it when the rows are read again: why its
+/// price wants a look, and why it is left out of the totals. A column whose stored value its type
+/// cannot hold reads as zero; such a row is left out, and keeps what is stored until it is edited.
 
 #include "base/currency.h"
 #include "base/integer.h"
@@ -43,6 +47,13 @@ struct TrackerRow
     bool operator==(const TrackerRow &) const = default;
 };
 
+/// Why the price of a row wants a look; an empty text: it does not.
+struct PriceMark
+{
+    QString why;
+    bool isOld = false; ///< no price came; else the one that came is suspicious
+};
+
 class TrackerRecordset
 {
 public:
@@ -70,6 +81,22 @@ public:
     const TrackerRow &Current() const;
     TrackerRow &Edit();
 
+    /// The columns of the row that read as zero since their values are no usable numbers:
+    /// "Shares, AvrgPrice". Values that follow from others, such as Basis, do not count.
+    const QString &Unreadable(int row) const { return m_rows[size_t(row)].unreadable; }
+    /// Price and time of the current row: makes a price that could not be read a good one.
+    void SetPrice(Currency price, QTime time);
+    /// Holds for the price that the row had when it was set.
+    PriceMark MarkOfPrice(int row) const;
+    void MarkPrice(int row, const PriceMark &mark);
+    /// Why the row is left out of the totals; empty: it is not. Valuation (valuation.h) says so.
+    const QString &LeftOut(int row) const { return m_rows[size_t(row)].leftOut; }
+    void MarkLeftOut(int row, const QString &why);
+    /// The rows that were left out since the last call.
+    std::vector<int> TakeNewlyLeftOut();
+    /// Marks were set: shows them.
+    void MarksChanged() const { Notify(); }
+
     /// A row at the end, all amounts zero, TransDate and Time as given; it becomes the current row.
     void AddNew(const QString &symbol, const QString &name, QDate today, QTime now);
     /// Deletes the current row from the file at once; the cursor then stands on the row behind it.
@@ -90,6 +117,11 @@ private:
         qint64 id = 0; ///< 0: not stored yet
         TrackerRow now;
         TrackerRow stored;
+        QString unreadable;
+        QString leftOut;
+        bool isLeftOutKnown = false; ///< told by TakeNewlyLeftOut
+        PriceMark priceMark;
+        Currency markedPrice; ///< the price that priceMark is about
     };
     void Read();
     void IndexRows();

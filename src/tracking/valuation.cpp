@@ -1,5 +1,37 @@
 #include "tracking/valuation.h"
 
+#include <cmath>
+
+void valuation::LeaveOut(PortfolioTotals &totals, TrackerRecordset &rows)
+{
+    const int at = rows.Position();
+    if (rows.LeftOut(at).isEmpty())
+        totals.PriorBasisTotal =
+            totals.PriorBasisTotal - Single::FromDouble(rows.Current().Basis.ToDouble());
+    const QString &unreadable = rows.Unreadable(at);
+    rows.MarkLeftOut(
+        at,
+        unreadable.isEmpty()
+            ? QStringLiteral("Left out of the totals: its amounts are too large.")
+            : QStringLiteral("Left out of the totals: no usable number in %1.").arg(unreadable));
+}
+
+void valuation::CheckBasisTotal(const PortfolioTotals &totals)
+{
+    constexpr double LargestAmount = 9e14;
+    if (std::fabs(totals.BasisTotal.ToDouble()) > LargestAmount)
+        throw RuntimeError::Overflow();
+}
+
+void TakeBackIn(PortfolioTotals &totals, TrackerRecordset &rows)
+{
+    if (rows.LeftOut(rows.Position()).isEmpty())
+        return;
+    totals.PriorBasisTotal =
+        totals.PriorBasisTotal + Single::FromDouble(rows.Current().Basis.ToDouble());
+    rows.MarkLeftOut(rows.Position(), QString());
+}
+
 void InitializeTotals(PortfolioTotals &totals)
 {
     totals.ProfitLossTodayTotal = totals.ProfitLossToDateTotal = totals.ActualProfitLossTotal =
@@ -26,7 +58,8 @@ void RecomputeTotals(PortfolioTotals &totals, TrackerRecordset &rows)
 {
     InitializeTotals(totals);
     for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext())
-        ComputeTotals(totals, rows.Current());
+        if (rows.LeftOut(rows.Position()).isEmpty())
+            OrLeaveOut(totals, rows, [&](TrackerRow &row) { ComputeTotals(totals, row); });
 }
 
 void ComputeNewBasis(PortfolioTotals &totals, TrackerRow &row)
@@ -39,6 +72,20 @@ void ComputeNewBasis(PortfolioTotals &totals, TrackerRow &row)
         row.PerCentGainToday = -row.PerCentGainToday;
     totals.BasisTotal = Single::FromDouble(totals.BasisTotal.ToDouble() + row.Basis.ToDouble());
     totals.RowBasisDone = true;
+}
+
+bool FitsAt(const TrackerRow &row, Currency price)
+{
+    TrackerRow valued = row;
+    valued.CurrPrice = price;
+    PortfolioTotals alone;
+    try {
+        MarketValue(valued, Currency());
+        ComputeNewBasis(alone, valued);
+        return true;
+    } catch (const RuntimeError &) {
+        return false;
+    }
 }
 
 Currency MarketValue(const TrackerRow &row, Currency otherwise)

@@ -52,8 +52,11 @@ void PurchaseLots::Read()
     m_lots.clear();
     m_withEmpty.clear();
     Statement statement = m_connection->Prepare(
+        // A lot whose values are no usable numbers stays in the file, and out of every count.
         QStringLiteral("SELECT ID, Symbol, Shares, PurchasePrice, TransDate, Time "
-                       "FROM PriceHistory ORDER BY Symbol, TransDate, Time, ID"));
+                       "FROM PriceHistory WHERE Shares BETWEEN -3.4e38 AND 3.4e38 AND "
+                       "PurchasePrice BETWEEN -9223372036854775807 AND 9223372036854775806 "
+                       "ORDER BY Symbol, TransDate, Time, ID"));
     QString symbol;
     std::vector<Lot> *lots = nullptr;
     while (statement.Step()) {

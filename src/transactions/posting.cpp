@@ -119,19 +119,31 @@ private:
             totals.RowBasisDone = false;
             if (rows.Current().Symbol == m_entry.Symbol) {
                 state.SymbolFound = true;
+                if (const QString &columns = rows.Unreadable(rows.Position()); !columns.isEmpty()) {
+                    m_work.services.dialogs.MsgBox(
+                        QStringLiteral(
+                            "%1 has no usable number in the column %2 of its row, so "
+                            "nothing can be posted to it. Clear or delete the row first.")
+                            .arg(m_entry.Symbol, columns),
+                        Box::Exclamation, EditorTitle());
+                    return WalkEnd::Rejected;
+                }
                 if (m_entry.action == Action::Split)
                     return WalkEnd::Split;
                 if (ValidateSecurityEntry(m_work, m_entry, m_trade.TransShares, m_trade.TransPrice,
                                           m_filler))
                     return WalkEnd::Rejected;
                 m_trade.action = *m_entry.action; // a question may have changed it
+                TakeBackIn(totals, rows);
                 if (!m_guard)
                     m_guard.emplace(m_work.gConnAccount);
                 PostTradeToRow(m_work, m_entry, m_trade);
             }
-            if (!rows.Current().Shares.IsZero() && !totals.RowBasisDone)
-                ComputeNewBasis(totals, rows.Edit());
-            ComputeTotals(totals, rows.Current());
+            OrLeaveOut(totals, rows, [&](TrackerRow &row) {
+                if (!row.Shares.IsZero() && !totals.RowBasisDone)
+                    ComputeNewBasis(totals, row);
+                ComputeTotals(totals, row);
+            });
         }
         return WalkEnd::AllRows;
     }

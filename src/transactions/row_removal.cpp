@@ -68,7 +68,10 @@ void ClearRow(PostingWork &work)
     RowTransaction transaction(work);
     const QDate today = work.services.clock.Today();
     TrackerRow &row = work.rows.Edit();
-    work.totals.RealizedPending = row.Basis;
+    // A row that is left out has no part in the sums.
+    const bool isLeftOut = !work.rows.LeftOut(work.rows.Position()).isEmpty();
+    work.totals.RealizedPending = isLeftOut ? Currency() : row.Basis;
+    work.rows.MarkLeftOut(work.rows.Position(), QString());
     ResetDailyTrackerRow(row, today, work.services.clock.TimeOfDay());
     WriteGuard guard(work.gConnAccount);
     PostDailyProfitLoss(work.gConnAccount, row, today, work.services);

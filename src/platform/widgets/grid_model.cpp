@@ -64,6 +64,13 @@ QString GridModel::Text(int row, int column) const
     return isThere ? m_source->Text(row, column) : QString();
 }
 
+CellMark GridModel::Mark(int row, int column) const
+{
+    const bool isThere = m_source && row >= 0 && row < m_rows && row < m_source->RowCount() &&
+                         column >= 0 && column < columnCount();
+    return isThere ? m_source->Mark(row, column) : CellMark();
+}
+
 void GridModel::SetEditedText(int row, int column, const QString &text)
 {
     const bool begins = row != m_editedRow;
@@ -103,6 +110,13 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
         return Text(index.row(), index.column());
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(m_columns[index.column()].alignment | Qt::AlignVCenter);
+    if (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole) {
+        const QString why = Mark(index.row(), index.column()).why;
+        if (!why.isEmpty())
+            return role == Qt::ToolTipRole
+                       ? why
+                       : Text(index.row(), index.column()) + QStringLiteral(", ") + why;
+    }
     return {};
 }
 

@@ -24,6 +24,7 @@ public:
     void RefreshRows();
 
     QString Text(int row, int column) const;
+    CellMark Mark(int row, int column) const;
 
     int EditedRow() const { return m_editedRow; } ///< -1: none
     const QMap<int, QString> &EditedTexts() const { return m_editedTexts; }

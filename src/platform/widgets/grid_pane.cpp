@@ -1,6 +1,8 @@
 #include "platform/widgets/grid_pane.h"
 
+#include "platform/widgets/colors.h"
 #include "platform/widgets/data_grid.h"
+#include "platform/widgets/grid_model.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -13,6 +15,25 @@
 
 GridCell::GridCell(DataGrid &grid) : WholeTextTip(&grid), m_grid(grid) {}
 
+CellMark GridCell::MarkAt(const QModelIndex &index) const
+{
+    return m_grid.m_model->Mark(index.row(), index.column());
+}
+
+void GridCell::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    const CellMark mark = MarkAt(index);
+    if (mark.why.isEmpty())
+        return;
+    // Mixed into the ground that the user chose, or the desktop has, light or dark.
+    const QColor amber(255, 160, 0);
+    const QColor ground = option->palette.color(QPalette::Active, QPalette::Base);
+    const QColor marked = Mixed(ground, amber, mark.isMild ? 0.15 : 0.45);
+    option->backgroundBrush = marked;
+    option->palette.setColor(QPalette::Text, ReadableOn(marked, option->palette));
+}
+
 void GridCell::paint(QPainter *painter, const QStyleOptionViewItem &option,
                      const QModelIndex &index) const
 {
@@ -20,11 +41,25 @@ void GridCell::paint(QPainter *painter, const QStyleOptionViewItem &option,
     cell.state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
     QStyledItemDelegate::paint(painter, cell, index);
 
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    const QColor ink =
+        option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
+    if (!MarkAt(index).why.isEmpty()) { // seen in a selected row as well, and without colours
+        const int side = option.rect.height() / 3;
+        const QPoint corner = option.rect.topLeft();
+        painter->save();
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(
+            isSelected ? ink : ReadableOn(option.palette.color(QPalette::Base), option.palette));
+        painter->drawConvexPolygon(
+            QPolygon({corner, corner + QPoint(side, 0), corner + QPoint(0, side)}));
+        painter->restore();
+    }
+
     if (index != m_grid.m_selection->currentIndex() || m_grid.MarqueeStyle() != Marquee::RowAndCell)
         return;
-    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
     painter->save();
-    painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(ink);
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter->restore();
 }

@@ -4,6 +4,7 @@
 /// keys do, and lets the grid decide whether a row may be left.
 
 #include "platform/widgets/grid_heading.h"
+#include "platform/widgets/grid_source.h"
 #include "platform/widgets/whole_text_tip.h"
 
 #include <QPersistentModelIndex>
@@ -11,12 +12,13 @@
 
 class DataGrid;
 
-/// Draws the frame of the current cell, and edits in a plain line.
+/// Draws the frame of the current cell and the marks of cells, and edits in a plain line.
 class GridCell : public WholeTextTip
 {
 public:
     explicit GridCell(DataGrid &grid);
 
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
@@ -25,6 +27,8 @@ public:
     bool eventFilter(QObject *editor, QEvent *event) override;
 
 private:
+    CellMark MarkAt(const QModelIndex &index) const;
+
     DataGrid &m_grid;
 };
 

@@ -18,6 +18,14 @@ struct GridColumn
     QString sample = {};  ///< with no width: the column is wide enough for this text, too
 };
 
+/// What a cell wants to be noticed for: shown by its ground, a corner, its tool tip and its text for
+/// screen readers. An empty text: nothing.
+struct CellMark
+{
+    QString why;
+    bool isMild = false; ///< in a fainter colour
+};
+
 /// The rows behind a grid, which it asks for as they come into view. Whoever changes them calls
 /// DataGrid::RefreshRows. No routine may throw: they run inside the event loop.
 class GridSource
@@ -28,6 +36,7 @@ public:
     virtual int RowCount() const = 0;
     /// The text shown; `row` is 0 to RowCount() - 1, `column` an index of the grid's columns.
     virtual QString Text(int row, int column) const = 0;
+    virtual CellMark Mark(int /*row*/, int /*column*/) const { return {}; }
     /// Takes what the user changed in a row, by column; `row` equal to RowCount() is a new row.
     /// False: refused, nothing is stored and the row stays in edit.
     virtual bool Store(int /*row*/, const QMap<int, QString> & /*texts*/) { return false; }

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The cells of a grid: a text that is cut off is shown in full as a tool tip; else the tool tip is
-/// the grid's.
+/// The cells of a grid: a text that is cut off is shown in full as a tool tip, with the cell's own tip,
+/// if it has one; else the tool tip is the grid's.
 
 #include <QStyledItemDelegate>
 
