@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocale>
+#include <QTimeZone>
 #include <QUrl>
 
 #include <algorithm>
@@ -42,12 +43,14 @@ class ChartReply
 {
 public:
     explicit ChartReply(const QJsonObject &result)
-        : m_timestamps(result.value(QLatin1String("timestamp")).toArray()),
-          m_offset(result.value(QLatin1String("meta"))
-                       .toObject()
-                       .value(QLatin1String("gmtoffset"))
-                       .toInteger())
+        : m_timestamps(result.value(QLatin1String("timestamp")).toArray())
     {
+        const QJsonObject meta = result.value(QLatin1String("meta")).toObject();
+        m_offset = meta.value(QLatin1String("gmtoffset")).toInteger();
+        const QByteArray zone =
+            meta.value(QLatin1String("exchangeTimezoneName")).toString().toLatin1();
+        if (!zone.isEmpty()) // which would be a zone, too
+            m_zone = QTimeZone(zone);
         const QJsonObject indicators = result.value(QLatin1String("indicators")).toObject();
         m_quote = FirstOf(indicators, QLatin1String("quote"));
         m_adjClose = FirstOf(indicators, QLatin1String("adjclose"))
@@ -64,6 +67,9 @@ public:
         const qint64 seconds = m_timestamps[index].toInteger(-1);
         if (seconds < 0 || seconds > Latest || std::abs(m_offset) > 24 * 60 * 60)
             return QDate();
+        // Daily stamps of futures and currencies are midnight at the exchange: an hour off is a day off.
+        if (m_zone.isValid())
+            return QDateTime::fromSecsSinceEpoch(seconds, m_zone).date();
         return QDateTime::fromSecsSinceEpoch(seconds + m_offset, Qt::UTC).date();
     }
 
@@ -93,7 +99,8 @@ private:
     }
 
     QJsonArray m_timestamps;
-    qint64 m_offset;
+    qint64 m_offset = 0; ///< of today, in seconds; for a zone that this machine does not know
+    QTimeZone m_zone;    ///< of the exchange
     QJsonObject m_quote;
     QJsonArray m_adjClose;
 };

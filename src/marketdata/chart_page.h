@@ -14,7 +14,8 @@ QString ChartQuery(const HistoricalRequest &request);
 
 /// The newest day comes first, as in every table page. Days without prices are left out; of two
 /// entries for a day the last counts (the day's latest state comes beside its daily one); a day is
-/// that of the exchange's own offset. Prices have four decimals, a volume is at most 2,147,483,647,
+/// that of the exchange's time zone at the stamp, summer time included, or of its present offset where
+/// the zone is unknown. Prices have four decimals, a volume is at most 2,147,483,647,
 /// and 0 where the service has none; without an adjusted close the close stands for it. A reply that
 /// is no JSON or says an error gives a page without rows.
 QString TablePageOfChart(const QByteArray &reply);

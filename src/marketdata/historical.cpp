@@ -1,8 +1,8 @@
 // Each symbol is looked at until nothing of its gap is left: older rows first, then newer ones. The
 // repeat counts of the looks (historical_ranges.h) end this for a service that has no more to give.
-// They run on from symbol to symbol and apart from each other, so that with a page that is the same
-// whatever is asked for they could fall due in turns for ever; a symbol that has got no older and no
-// newer day in two full rounds of both counts is therefore left alone.
+// They run apart from each other, so that with a page that is the same whatever is asked for they could
+// fall due in turns for ever; a symbol that has got no older and no newer day in two full rounds of both
+// counts is therefore left alone.
 //
 // After a split the symbol is loaded anew, as far back as it is stored: all pages are gathered first,
 // and replace what is stored when they reach back as far, or over the months to keep. Until then the
@@ -19,6 +19,20 @@
 
 namespace
 {
+
+/// The service cannot be reached: no symbol will get its prices now.
+struct OutOfReach
+{};
+/// The service asks not to be asked for a while.
+struct ToldToWait
+{};
+
+/// A connection that was cut says nothing of the next one.
+bool IsOutOfReach(int responseCode)
+{
+    return responseCode >= Inet::TimedOut && responseCode != Inet::Cancelled &&
+           responseCode != Inet::ConnectionReset;
+}
 
 class Download
 {
@@ -56,6 +70,7 @@ private:
         m_request.symbol = symbolField;
         m_symbol = symbolField.trimmed();
         m_oldest = m_newest = QDate();
+        m_ranges = HistoricalRanges();
         if (m_toReload.contains(m_symbol) && !ReloadAfterSplit())
             return false;
         constexpr int LooksOfTwoRounds = 8;
@@ -88,7 +103,7 @@ private:
         bool goesOn = false;
         try {
             goesOn = FetchRows(m_ranges.RangeStart, m_ranges.RangeEnd, rows);
-        } catch (const RuntimeError &) {
+        } catch (...) {
             Store(rows);
             throw;
         }
@@ -103,14 +118,28 @@ private:
     {
         m_request.RangeStart = from;
         m_request.RangeEnd = to;
-        HistoricalPage page(m_work.source.FetchTable(m_work.inet, m_request), m_symbol, m_today);
+        HistoricalPage page(Fetch(), m_symbol, m_today);
         while (page.FindCell()) {
             if (Stopped())
                 return false;
-            if (page.ReadRow())
+            // A day to come would be the newest one for ever, and no later one asked for.
+            if (page.ReadRow() && page.Row().PriceDate >= from &&
+                page.Row().PriceDate <= std::min(to, m_today))
                 rows.push_back(page.Row());
         }
         return !m_work.StopRequested;
+    }
+
+    QString Fetch()
+    {
+        const QString text = m_work.source.FetchTable(m_work.inet, m_request);
+        if (m_work.StopRequested)
+            return QString();
+        if (m_work.state.Waits.Note(m_work.inet, m_work.host, m_work.services.clock.Now()))
+            throw ToldToWait();
+        if (text.isEmpty() && IsOutOfReach(m_work.inet.ResponseCode()))
+            throw OutOfReach();
+        return text;
     }
 
     /// In one piece, behind the yields of the walk: no other writer meets an open transaction.
@@ -186,6 +215,22 @@ void GetHistoricalPrices(HistoricalWork &work, const PortfolioArray &entries)
 {
     try {
         Download(work).Run(entries);
+    } catch (const OutOfReach &) {
+        work.account.HistoryRestsOn = work.services.clock.Today();
+        work.state.HistoricalRetryNeeded = false;
+        work.screens.UnloadProgress();
+        work.screens.RefreshHistoricalPriceList();
+        work.services.dialogs.MsgBox(
+            QStringLiteral("The daily prices could not be loaded: the service cannot be reached.\n"
+                           "%1: %2\n\nThe next download of daily prices is tomorrow. Current "
+                           "prices are updated as usual.")
+                .arg(work.inet.ResponseCode())
+                .arg(work.inet.ResponseInfo()),
+            Box::Exclamation, work.title);
+    } catch (const ToldToWait &) {
+        work.state.HistoricalRetryNeeded = true;
+        work.screens.UnloadProgress();
+        work.screens.RefreshHistoricalPriceList();
     } catch (const RuntimeError &error) {
         if (error.Number() != Inet::TimeOutError)
             throw;

@@ -17,7 +17,7 @@ struct HistoricalWork
 {
     Connection &gConnHistPrices;
     const Settings &settings; ///< HistPriceMonths
-    const AccountState &account;
+    AccountState &account;
     PriceUpdateState &state;
     Services &services;
     Inet &inet;
@@ -25,8 +25,13 @@ struct HistoricalWork
     HistoricalSource &source;  ///< asks for the pages
     const bool &StopRequested; ///< the cycle was unloaded: leave at the next look
     QString title;             ///< of the boxes
+    QString host = {};         ///< of the service
 };
 
-/// Shows its progress, and comes back when all symbols are up to date, StopRequested holds, or a
-/// request timed out: then it says so and sets HistoricalRetryNeeded. Other errors travel on.
+/// Shows its progress, and comes back when all symbols are up to date, StopRequested holds, or the
+/// service does not go on:
+/// - a request timed out: says so and sets HistoricalRetryNeeded;
+/// - the service cannot be reached: says so once and sets HistoryRestsOn to today;
+/// - the service asks to be left alone for a while: notes that, and sets HistoricalRetryNeeded.
+/// Other errors travel on. Rows of days that were not asked for, or that are yet to come, are left out.
 void GetHistoricalPrices(HistoricalWork &work, const PortfolioArray &entries);

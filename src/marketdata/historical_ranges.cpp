@@ -21,7 +21,6 @@ QDate MonthsBack(QDate date, int months)
 }
 
 /// Counts looks that find the same date; true when there were too many, and begins to count anew.
-/// Dates of two symbols that happen to be equal count as well.
 bool RepeatsTooOften(QDate found, QDate &last, Integer &count)
 {
     if (found != last) {
@@ -62,7 +61,7 @@ bool GetNewerPriceRange(HistoricalRanges &ranges, Connection &gConnHistPrices,
                         const QString &symbol, QDate today, QDate &latestPriceDate)
 {
     ranges.MoreNewerRows = false;
-    const QDate MaxPriceDate = NewestPriceDate(gConnHistPrices, symbol);
+    const QDate MaxPriceDate = NewestPriceDate(gConnHistPrices, symbol, today);
     if (!MaxPriceDate.isValid())
         return false;
     latestPriceDate = qMax(latestPriceDate, MaxPriceDate);

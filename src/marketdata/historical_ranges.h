@@ -16,7 +16,7 @@
 
 #include <QDate>
 
-/// Kept from look to look and from symbol to symbol of one download.
+/// Kept from look to look of one symbol; each symbol begins with a fresh one.
 struct HistoricalRanges
 {
     QDate RangeStart;
@@ -33,7 +33,8 @@ struct HistoricalRanges
 /// that finds the same oldest day gives up: the service has no older rows.
 bool GetOlderPriceRange(HistoricalRanges &ranges, Connection &gConnHistPrices,
                         const QString &symbol, QDate today, int histPriceMonths);
-/// The same for newer prices, from the newest day on, which so is asked for again. False for a
-/// symbol without rows. Raises `latestPriceDate` to the newest day found.
+/// The same for newer prices, from the newest day on, which so is asked for again; days after today,
+/// which no market has had, do not count. False for a symbol without rows. Raises `latestPriceDate`
+/// to the newest day found.
 bool GetNewerPriceRange(HistoricalRanges &ranges, Connection &gConnHistPrices,
                         const QString &symbol, QDate today, QDate &latestPriceDate);

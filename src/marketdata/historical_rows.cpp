@@ -13,10 +13,11 @@ bool HasReloadTable(Connection &gConnHistPrices)
         .Step();
 }
 
-QDate DateFound(Connection &gConnHistPrices, const QString &sql, const QString &symbol)
+template <class... Values>
+QDate DateFound(Connection &gConnHistPrices, const QString &sql, const Values &...values)
 {
     Statement statement = gConnHistPrices.Prepare(sql);
-    statement.BindAll(symbol);
+    statement.BindAll(values...);
     return statement.Step() && !statement.IsNull(0) ? statement.Date(0) : QDate();
 }
 
@@ -30,12 +31,12 @@ QDate OldestPriceDate(Connection &gConnHistPrices, const QString &symbol)
                      symbol);
 }
 
-QDate NewestPriceDate(Connection &gConnHistPrices, const QString &symbol)
+QDate NewestPriceDate(Connection &gConnHistPrices, const QString &symbol, QDate last)
 {
     return DateFound(gConnHistPrices,
                      QStringLiteral("SELECT Max(PriceDate) AS MaxPriceDate FROM HistoricalPrices "
-                                    "WHERE HistoricalPrices.Symbol = ?"),
-                     symbol);
+                                    "WHERE HistoricalPrices.Symbol = ? AND PriceDate <= ?"),
+                     symbol, last);
 }
 
 void InsertHistoricalPrice(Connection &gConnHistPrices, const HistPrice &price, Services &services)

@@ -11,9 +11,10 @@
 
 #include <vector>
 
-/// Invalid for a symbol without rows.
+/// Invalid for a symbol without rows; the newest one, without rows up to `last`.
 QDate OldestPriceDate(Connection &gConnHistPrices, const QString &symbol);
-QDate NewestPriceDate(Connection &gConnHistPrices, const QString &symbol);
+QDate NewestPriceDate(Connection &gConnHistPrices, const QString &symbol,
+                      QDate last = QDate(9999, 12, 31));
 
 /// Writes the row, over the one that the day has. A write that the store refuses is shown, and the
 /// error raised again.

@@ -13,8 +13,11 @@ public:
     QString FetchTable(Inet &inet, const HistoricalRequest &request) override
     {
         // As they are, the blanks at its end would be cut off the address.
-        return inet.OpenURL(
+        const QString page = inet.OpenURL(
             m_host + HistoricalQuery(request).replace(QLatin1Char(' '), QLatin1String("%20")));
+        const bool isCut =
+            !inet.EndIsCertain() && !page.contains(QLatin1String("</table"), Qt::CaseInsensitive);
+        return isCut ? QString() : page;
     }
 
 private:

@@ -27,7 +27,8 @@ class HistoricalSource
 {
 public:
     virtual ~HistoricalSource() = default;
-    /// The table page; the empty text when the transfer failed. Throws RuntimeError 35761 when it
+    /// The table page; the empty text when the transfer failed or the page was cut short: newer days
+    /// come first, so the days that are missing would never be asked for again. Throws RuntimeError 35761 when it
     /// took too long.
     virtual QString FetchTable(Inet &inet, const HistoricalRequest &request) = 0;
 };

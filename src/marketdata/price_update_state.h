@@ -4,6 +4,7 @@
 
 #include "base/dates.h"
 #include "base/integer.h"
+#include "marketdata/site_waits.h"
 
 #include <QString>
 
@@ -15,6 +16,7 @@ struct PriceUpdateState
     bool UpdateInProgress = false;  ///< a cycle is running
     Integer MinutesSinceUpdate;     ///< ticks (of 65 s) since the last finished cycle
     bool HistoricalRetryNeeded = false; ///< the next cycle loads daily prices, whatever the date
+    SiteWaits Waits;
     int ConnectionState = 0;            ///< 1 connecting, 2 connected, 3 disabled, 4 error
     int LastError = 0;                  ///< number of the error that ended a cycle last
 

@@ -114,7 +114,7 @@ TEST_F(HistoricalRun, AServiceThatGivesTheSameOldRowsWhateverIsAskedComesToAnEnd
 {
     settings.HistPriceMonths = 240;
     const QString page =
-        TablePage().Header().Day(QDate(2024, 5, 3), 50).Day(QDate(2024, 5, 2), 49).Text();
+        TablePage().Header().Day(QDate(2026, 2, 27), 50).Day(QDate(2026, 2, 26), 49).Text();
     market.Answer = [&](const HistoricalRequest &) { return page; };
     Download({"ACME", "ZETA"});
     EXPECT_LE(market.Requests().size(), 40u);
@@ -126,15 +126,12 @@ TEST_F(HistoricalRun, AServiceThatGivesTheSameOldRowsWhateverIsAskedComesToAnEnd
 TEST_F(HistoricalRun, AServiceThatGivesOneFurtherDayAtATimeComesToAnEnd)
 {
     settings.HistPriceMonths = 12;
-    QDate day = Today();
     market.Answer = [&](const HistoricalRequest &request) {
-        if (request.RangeEnd < Today() || request.RangeStart < Today())
-            day = day.addDays(-1);
-        return TablePage().Day(day, 50).Text();
+        return TablePage().Day(request.RangeEnd.addDays(-1), 50).Text();
     };
     Download({"ACME"});
     EXPECT_LE(market.Requests().size(), 800u);
-    EXPECT_EQ(Oldest("ACME"), "2025-05-29"); // from May on the range is the last one
+    EXPECT_EQ(Oldest("ACME"), "2025-05-30"); // from May on the range is the last one
 }
 
 TEST_F(HistoricalRun, RowsDatedInTheFutureDoNotStopTheOthers)
@@ -144,7 +141,7 @@ TEST_F(HistoricalRun, RowsDatedInTheFutureDoNotStopTheOthers)
     market.Trade("ZETA", LongAgo, Today());
     Download({"ACME", "ZETA"});
     EXPECT_EQ(RowCount("ZETA"), 45);
-    EXPECT_EQ(state.LatestPriceDate, QDate(2030, 1, 1));
+    EXPECT_EQ(state.LatestPriceDate, Today());
 }
 
 TEST_F(HistoricalRun, OnALeapDayTheMonthsGoBackFromTheLastOfFebruary)
@@ -351,20 +348,49 @@ TEST_F(HistoricalRun, AThousandSymbolsThatAreUpToDateTakeTenTimesTheRequestsOfAH
     gConnHistPrices.CommitTrans();
 }
 
-TEST_F(HistoricalRun, TheFourthSymbolWithTheSameNewestDayWaitsForTheNextDownload)
+TEST_F(HistoricalRun, EverySymbolGetsItsNewestDayThoughAllHaveTheSameDays)
 {
-    // The counts of looks without a change run on from symbol to symbol.
-    const QStringList symbols = ManySymbols(1000);
-    gConnHistPrices.BeginTrans();
+    const QStringList symbols = ManySymbols(40);
     for (const QString &symbol : symbols) {
         Stored(symbol, QDate(2025, 12, 30));
         Stored(symbol, QDate(2026, 2, 27));
+        market.Trade(symbol, LongAgo, Today());
     }
     Download(symbols);
-    const Texts requests = market.Requests();
-    EXPECT_EQ(requests.size(), 750u);
-    EXPECT_EQ(requests[3], "S5        |2026-02-27|2026-03-02");
-    gConnHistPrices.CommitTrans();
+    EXPECT_EQ(market.Requests().size(), 40u);
+    for (const QString &symbol : symbols)
+        EXPECT_EQ(Newest(symbol), "2026-03-02") << symbol.toStdString();
+}
+
+// --- days that were not asked for ------------------------------------------------------------------
+
+TEST_F(HistoricalRun, DaysToComeAndDaysOutsideTheRangeAreLeftOut)
+{
+    market.Answer = [](const HistoricalRequest &) {
+        return TablePage()
+            .Day(QDate(2027, 1, 4), 50)   // next year
+            .Day(QDate(2026, 3, 3), 51)   // tomorrow
+            .Day(QDate(2026, 3, 2), 52)   // today
+            .Day(QDate(2025, 12, 30), 53) // the first day asked for
+            .Day(QDate(2025, 12, 29), 54)
+            .Day(QDate(1997, 5, 5), 55)
+            .Text();
+    };
+    Download({"ACME"});
+    EXPECT_EQ(RowCount("ACME"), 2);
+    EXPECT_EQ(Oldest("ACME"), "2025-12-30");
+    EXPECT_EQ(Newest("ACME"), "2026-03-02");
+}
+
+TEST_F(HistoricalRun, ADayToComeThatIsStoredAlreadyBlocksNoNewerDays)
+{
+    Stored("ACME", QDate(2025, 12, 30));
+    Stored("ACME", QDate(2026, 2, 26));
+    Stored("ACME", QDate(2027, 1, 4));
+    market.Trade("ACME", LongAgo, Today());
+    Download({"ACME"});
+    EXPECT_EQ(market.Requests(), Texts{"ACME      |2026-02-26|2026-03-02"});
+    EXPECT_EQ(RowCount("ACME"), 5); // 27 February and 2 March came
 }
 
 // --- over the network ----------------------------------------------------------------------------
@@ -387,6 +413,70 @@ TEST_F(HistoricalRun, ATimeOutIsShownAndTriedAgainInTheNextCycle)
     EXPECT_EQ(screens.calls.back(), "unload progress");
     EXPECT_EQ(RowCount("ACME"), 1);
     EXPECT_EQ(server.Requests("/d"), 2);
+}
+
+TEST_F(HistoricalRun, AServiceThatCannotBeReachedIsShownOnceAndRestsForTheDay)
+{
+    source = MakeHistoricalSource(LoopbackServer::RefusedOrigin(), QStringLiteral("table"));
+    inet.AccessType = Inet::Direct;
+    state.HistoricalRetryNeeded = true;
+    Download({"A", "B", "C", "D"});
+    EXPECT_EQ(machine.dialogs.Boxes(),
+              Texts{"Internet Transfer Editor|48|"
+                    "The daily prices could not be loaded: the service cannot be reached.\n"
+                    "12029: Connection refused\n\nThe next download of daily prices is tomorrow. "
+                    "Current prices are updated as usual."});
+    EXPECT_EQ(account.HistoryRestsOn, Today());
+    EXPECT_FALSE(state.HistoricalRetryNeeded);
+    EXPECT_EQ(screens.calls, (Texts{"show Historical price update... 1 to 4", "move 1",
+                                    "unload progress", "refresh list"}));
+}
+
+TEST_F(HistoricalRun, AConnectionThatBreaksOffCostsOneSymbolAlone)
+{
+    LoopbackServer server;
+    const QByteArray page = TablePage().Day(QDate(2026, 3, 2), 50).Text().toUtf8();
+    server.On("/d", {LoopbackServer::Page(page).ResetAfter(40), LoopbackServer::Page(page)});
+    source = MakeHistoricalSource(server.Origin(), QStringLiteral("table"));
+    inet.AccessType = Inet::Direct;
+    settings.HistPriceMonths = 0;
+    Download({"A", "B"});
+    EXPECT_EQ(RowCount("A"), 0);
+    EXPECT_EQ(RowCount("B"), 1);
+    EXPECT_EQ(machine.dialogs.Boxes(), Texts());
+    EXPECT_EQ(account.HistoryRestsOn, NoDate());
+}
+
+TEST_F(HistoricalRun, AServiceThatAsksToBeLeftAloneIsAskedNoMore)
+{
+    LoopbackServer server;
+    server.On("/d", LoopbackServer::Page("Slow down").Status(429).Header("Retry-After", "600"));
+    source = MakeHistoricalSource(server.Origin(), QStringLiteral("table"));
+    inet.AccessType = Inet::Direct;
+    Download({"A", "B", "C"});
+    EXPECT_EQ(server.Requests("/d"), 1);
+    EXPECT_EQ(machine.dialogs.Boxes(), Texts());
+    EXPECT_TRUE(state.HistoricalRetryNeeded);
+    EXPECT_EQ(screens.calls.back(), "refresh list");
+}
+
+TEST_F(HistoricalRun, ATablePageThatWasCutShortGivesNoDays)
+{
+    LoopbackServer server;
+    const QByteArray page =
+        TablePage().Header().Day(QDate(2026, 3, 2), 50).Day(QDate(2026, 2, 27), 61).Text().toUtf8();
+    const qsizetype cuts[] = {page.indexOf("61.00") + 1, page.indexOf("27-Feb"),
+                              page.indexOf("</table>")};
+    source = MakeHistoricalSource(server.Origin(), QStringLiteral("table"));
+    inet.AccessType = Inet::Direct;
+    for (const qsizetype cut : cuts) {
+        server.On("/d", LoopbackServer::Page(page).WithoutLength().CloseAfter(int(cut)));
+        Download({"ACME"});
+        EXPECT_EQ(RowCount("ACME"), 0) << page.left(cut).constData();
+    }
+    server.On("/d", LoopbackServer::Page(page).WithoutLength());
+    Download({"ACME"});
+    EXPECT_EQ(RowCount("ACME"), 2);
 }
 
 TEST_F(HistoricalRun, ASiteIsAskedForItsTableWithTheBlanksOfTheSymbol)

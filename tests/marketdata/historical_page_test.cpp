@@ -277,6 +277,24 @@ TEST(ChartPage, TakesTheDayInTheExchangesOwnOffset)
     EXPECT_EQ(day(""), Texts{"2026-11-20"});
 }
 
+TEST(ChartPage, TakesTheDayOfAStampInTheSummerTimeThatHeldThen)
+{
+    const auto day = [](const char *zone, const char *offset, const QByteArray &stamp) {
+        const QByteArray meta =
+            QByteArray("\"gmtoffset\":") + offset + ",\"exchangeTimezoneName\":\"" + zone + "\"";
+        return DatesOf(TablePageOfChart(OneDay(meta, Prices, "[{\"adjclose\":[5]}]", stamp))).at(0);
+    };
+    // Midnight in London: 23:00 UTC of the day before in summer, 0:00 UTC in winter.
+    EXPECT_EQ(day("Europe/London", "0", "1783983600"), "2026-07-14");
+    EXPECT_EQ(day("Europe/London", "3600", "1796860800"), "2026-12-10");
+    // Midnight in New York: 4:00 UTC in summer, 5:00 UTC in winter.
+    EXPECT_EQ(day("America/New_York", "-18000", "1784001600"), "2026-07-14");
+    EXPECT_EQ(day("America/New_York", "-14400", "1796878800"), "2026-12-10");
+    // A zone that no machine knows: the offset of the reply is all there is.
+    EXPECT_EQ(day("Mars/Olympus", "-18000", "1784001600"), "2026-07-13");
+    EXPECT_EQ(day("", "-18000", "1796878800"), "2026-12-10");
+}
+
 TEST(ChartPage, CapsAVolumeThatTheColumnCannotHold)
 {
     const auto row = [](const QByteArray &volume) {
