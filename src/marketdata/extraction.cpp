@@ -120,6 +120,7 @@ ExtractedText ExtractPriceText(const QString &page, const QString &symbol, const
         if (scanPos.Value() <= page.size() && BelongsToPrice(page[scanPos.Value() - 1]))
             found.PriceText += page[scanPos.Value() - 1];
     }
+    found.reachesPageEnd = found.InPrice && found.priceEnd == 0 && limit.Value() >= page.size();
     return found;
 }
 
@@ -131,7 +132,9 @@ Currency PriceFromText(const QString &priceText, const Formats &formats, bool &f
     if (!decimalComma) {
         try {
             return ParseFractionPrice(priceText, formats);
-        } catch (const RuntimeError &) {
+        } catch (const RuntimeError &error) {
+            if (error.Number() == RuntimeError::OverflowNumber)
+                throw;
             failed = !hasPoint;
         }
     }

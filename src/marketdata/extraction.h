@@ -50,6 +50,9 @@ struct ExtractedText
                           ///< walk went over the head of it
     int priceBegin = 0;   ///< position of the first opening marker; 0: none
     int priceEnd = 0;     ///< position of the closing marker; 0: the walk went to its limit
+    /// The walk came to the end of the page inside the price: of a page that may have been cut short,
+    /// digits may be missing.
+    bool reachesPageEnd = false;
 
     /// A price was collected.
     bool Found() const { return InPrice && !PriceText.trimmed().isEmpty(); }
@@ -63,7 +66,8 @@ ExtractedText ExtractPriceText(const QString &page, const QString &symbol, const
 
 /// The price of a collected text, which passes through a 32-bit float: "1234.56" is 1234.5601. A
 /// text that is no number, with points in it, is read once more with commas in their place, and
-/// then keeps all its digits; without a point it is 0 and `failed` becomes true. Where the decimal
+/// then keeps all its digits; without a point it is 0 and `failed` becomes true. A number that a price
+/// cannot hold throws RuntimeError 6. Where the decimal
 /// sign is a comma, a point is never a number's own, and commas beside it are groups: "1,234.50" of
 /// a page is 1234.5 there as well. Throws RuntimeError 13 or 6 when the second reading fails.
 Currency PriceFromText(const QString &priceText, const Formats &formats, bool &failed);

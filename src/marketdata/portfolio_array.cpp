@@ -49,26 +49,43 @@ PortfolioArray LoadCurrPortfolioArray(TrackerRecordset &rows, Connection &gConnA
             TenCharacters(GetSecurityType(gConnApplControl, row.Symbol).value_or(QString()));
         entry.CurrPrice = row.CurrPrice;
         entry.Time = row.Time;
+        entry.Row = row;
         entries.push_back(entry);
     }
     return entries;
 }
 
+bool IsSuspicious(Currency last, Currency price)
+{
+    constexpr double Most = 3;
+    if (price.IsZero())
+        return true;
+    const double factor = last.IsZero() ? 1 : price.ToDouble() / last.ToDouble();
+    return factor > Most || factor < 1 / Most;
+}
+
 void UpdateDTRecordset(TrackerRecordset &rows, PortfolioArray &entries, const QString &optionPrefix,
-                       const QString &optionSuffix)
+                       const QString &optionSuffix, const PriceMark &notReached)
 {
     const bool hasForm = !TakesOptionsBare(optionPrefix);
     const QString prefix = WithoutBlanks(optionPrefix);
     const QString suffix = WithoutBlanks(optionSuffix);
     auto entry = entries.begin();
-    for (rows.MoveFirst(); !rows.AtEnd() && entry != entries.end(); rows.MoveNext()) {
+    for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext()) {
+        rows.MarkPrice(rows.Position(), notReached);
+        if (entry == entries.end())
+            continue;
         if (hasForm && entry->IsOption())
             entry->Symbol = TenCharacters(WithoutOptionForm(entry->Symbol, prefix, suffix));
         if (rows.Current().Symbol != entry->Symbol.trimmed())
             continue;
-        TrackerRow &row = rows.Edit();
-        row.CurrPrice = entry->CurrPrice;
-        row.Time = entry->Time;
+        const QString &unreadable = rows.Unreadable(rows.Position());
+        const bool isMended =
+            unreadable == QLatin1String("CurrPrice") && !entry->CurrPrice.IsZero();
+        if (unreadable.isEmpty() || isMended) {
+            rows.SetPrice(entry->CurrPrice, entry->Time);
+            rows.MarkPrice(rows.Position(), entry->Remark);
+        }
         ++entry;
     }
     rows.UpdateBatch();

@@ -26,6 +26,8 @@ struct PortfolioEntry
     QDate PriceDate = NoDate();
     QTime Time;               ///< of the row; a pass replaces it by its stamp
     bool IsDealtWith = false; ///< asked for in this pass, found or not
+    TrackerRow Row;           ///< as it was when the entry was made
+    PriceMark Remark;         ///< for the row
 
     bool IsOption() const { return SecurityType.trimmed() == QLatin1String("Option"); }
 };
@@ -39,6 +41,10 @@ PortfolioArray LoadCurrPortfolioArray(TrackerRecordset &rows, Connection &gConnA
 /// Writes price and time of the entries into the rows, in their order; the form of an option that
 /// the site wants is taken off again. From the first row whose symbol is not that of its entry on,
 /// rows keep their prices, and so do rows that were added since the entries were made. The cursor
-/// then stands on the first row.
+/// then stands on the first row. The remarks of the entries become marks of the rows; rows that keep
+/// their prices are marked with `notReached`, and so are rows that cannot be read.
 void UpdateDTRecordset(TrackerRecordset &rows, PortfolioArray &entries, const QString &optionPrefix,
-                       const QString &optionSuffix);
+                       const QString &optionSuffix, const PriceMark &notReached = {});
+
+/// A price that is zero, or more than three times the last one or less than a third of it.
+bool IsSuspicious(Currency last, Currency price);

@@ -1,7 +1,10 @@
 #include "marketdata/price_cycle.h"
 
 #include "marketdata/historical.h"
+#include "marketdata/historical_rows.h"
 #include "platform/command_groups.h"
+
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <chrono>
@@ -119,7 +122,9 @@ void PriceCycle::tmrGetCurrPrice_Timer()
 bool PriceCycle::CycleIsDue()
 {
     PriceUpdateState &state = m_work.state;
-    state.MinutesSinceUpdate += 1;
+    // What keeps a cycle that is due, such as a box of the one before, is not counted.
+    if (state.MinutesSinceUpdate < m_work.account.WebUpdateMinutes)
+        state.MinutesSinceUpdate += 1;
     state.ConnectionState = 1;
     Post(QString());
     if (state.UpdateInProgress) // this tick fires in a wait of the cycle before
@@ -136,9 +141,11 @@ void PriceCycle::RunCycle()
     PriceUpdateState &state = m_work.state;
     const auto today = [this] { return m_work.services.clock.Today(); };
     SetMenusEnabled(false);
+    RowsAreWritten = false;
     Inet1.AccessType = InetAccess(m_work.settings.AccessType);
     CurrPortfolioArray = LoadCurrPortfolioArray(m_work.rows, m_work.databases.gConnApplControl);
-    if (today() != m_work.account.LastPriceUpdate || state.HistoricalRetryNeeded)
+    SplitSymbols = PricesToReload(m_work.databases.gConnHistPrices); // before they are loaded
+    if (HistoryIsDue())
         UpdateHistory();
     m_work.screens->UnloadProgress();
     if (!StopRequested)
@@ -157,20 +164,39 @@ void PriceCycle::RunCycle()
     state.MinutesSinceUpdate = Integer();
     Post(QStringLiteral("Ready to update..."));
     UpdateRows();
-    if (today() != m_work.account.LastPriceUpdate)
-        FinishDay();
+    if (today() != m_work.account.LastPriceUpdate) {
+        if (WaitsUntil) // the day goes on, without a second download of daily prices
+            m_work.account.HistoryRestsOn = today();
+        else
+            FinishDay();
+    }
     SetMenusEnabled(true);
     CheckVersion();
     Post(QStringLiteral("Price update complete"));
+    if (const QString remarks = ClosingStatus(); !remarks.isEmpty())
+        Post(remarks);
+}
+
+bool PriceCycle::HistoryIsDue() const
+{
+    const QDate today = m_work.services.clock.Today();
+    return m_work.state.HistoricalRetryNeeded ||
+           (today != m_work.account.LastPriceUpdate && today != m_work.account.HistoryRestsOn);
 }
 
 void PriceCycle::UpdateHistory()
 {
     m_work.screens->UnloadTips();
     SelectCurrentSite();
-    const std::unique_ptr<HistoricalSource> source = MakeHistoricalSource(
-        ResolveAddress(m_work.webAddresses.DailyPriceHost(m_site), m_work.practiceServer),
-        m_work.webAddresses.DailyPriceFormat(m_site));
+    const QString host =
+        ResolveAddress(m_work.webAddresses.DailyPriceHost(m_site), m_work.practiceServer);
+    if (m_work.state.Waits.Until(host, m_work.services.clock.Now())) {
+        m_work.state.HistoricalRetryNeeded = true;
+        return;
+    }
+    const std::unique_ptr<HistoricalSource> source =
+        MakeHistoricalSource(host, m_work.webAddresses.DailyPriceFormat(m_site));
+    const QScopedValueRollback loading(LoadingHistory, true);
     HistoricalWork work{m_work.databases.gConnHistPrices,
                         m_work.settings,
                         m_work.account,
@@ -180,7 +206,8 @@ void PriceCycle::UpdateHistory()
                         *m_work.screens,
                         *source,
                         StopRequested,
-                        m_work.title};
+                        m_work.title,
+                        host};
     GetHistoricalPrices(work, CurrPortfolioArray);
 }
 
@@ -204,6 +231,7 @@ void PriceCycle::HandleError(const RuntimeError &error)
     state.LastError = error.Number();
     state.UpdateInProgress = false;
     state.MinutesSinceUpdate = Integer();
+    MarkRowsWithoutPrice();
     Dialogs &dialogs = m_work.services.dialogs;
     if (error.Number() == WaitForNextError) {
         Post(QString());
@@ -214,6 +242,18 @@ void PriceCycle::HandleError(const RuntimeError &error)
     else if (!IsSilent(error.Number()))
         dialogs.MsgBox(error.Description(), Box::Information, m_work.title);
     Stop();
+}
+
+/// A cycle that broke off leaves old prices behind, which the rows show.
+void PriceCycle::MarkRowsWithoutPrice()
+{
+    TrackerRecordset &rows = m_work.rows;
+    if (!rows.IsOpen() || RowsAreWritten)
+        return;
+    PassTime = m_work.services.clock.TimeOfDay();
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        rows.MarkPrice(row, NoPriceRemark(QStringLiteral("the update broke off")));
+    rows.MarksChanged();
 }
 
 /// A form that was loaded anew in the meantime has a cycle of its own.

@@ -55,6 +55,7 @@ private:
     void tmrGetCurrPrice_Timer();
     bool CycleIsDue();
     void RunCycle();
+    bool HistoryIsDue() const;
     void UpdateHistory();
     void FinishDay();
     void HandleError(const RuntimeError &error);
@@ -66,9 +67,14 @@ private:
     bool RunPass();
     bool RunBatch();
     void SelectCurrentSite();
-    void ExtractBatch(const SymbolBatch &batch, const QString &page);
+    void ExtractBatch(const SymbolBatch &batch, const QString &page, bool endIsCertain);
     void StoreExtractedPrice(PortfolioEntry &entry, const ExtractedText &text);
+    std::optional<Currency> PriceTaken(const PortfolioEntry &entry, const ExtractedText &text);
     void CountNotFound(const QString &symbol);
+    void RemarkOn(PortfolioEntry &entry);
+    PriceMark NoPriceRemark(const QString &why) const;
+    QString ClosingStatus() const;
+    void MarkRowsWithoutPrice();
     bool PassIsComplete() const;
     void UpdateRows();
     void CheckVersion();
@@ -83,10 +89,16 @@ private:
     bool ForceUpdate = false; ///< the next tick updates at once
 
     PortfolioArray CurrPortfolioArray;
-    QuoteSite m_site;             ///< the site in use, in this pass
-    QTime PassTime;               ///< stamp of an entry with shares
-    QTime ZeroShareTime;          ///< of one without, a second before
-    Integer SymbolsTried;         ///< entries dealt with in this pass
-    Integer NotFoundCount;        ///< entries without a price in this pass
+    QuoteSite m_site;      ///< the site in use, in this pass
+    QTime PassTime;        ///< stamp of an entry with shares
+    QTime ZeroShareTime;   ///< of one without, a second before
+    Integer SymbolsTried;  ///< entries dealt with in this pass
+    Integer NotFoundCount; ///< entries without a price in this pass
+    /// The site asks to be left alone until then: the pass has ended before all symbols were asked for.
+    std::optional<QDateTime> WaitsUntil;
+    QStringList SplitSymbols;     ///< whose daily prices wait to be loaded again after a split
+    QStringList SuspiciousPrices; ///< "AAA: 50.00 -> 123,456.00" of this pass
+    bool LoadingHistory = false;  ///< the download shows its own failures
+    bool RowsAreWritten = false;  ///< of this cycle
     bool NotFoundPending = false; ///< a symbol not reported yet was not found in this cycle
 };

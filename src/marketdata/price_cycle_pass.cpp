@@ -3,6 +3,7 @@
 #include "marketdata/practice_site.h"
 #include "marketdata/price_cycle.h"
 #include "marketdata/version_check.h"
+#include "tracking/valuation.h"
 
 namespace
 {
@@ -27,6 +28,8 @@ void PriceCycle::GetCurrentWebPage()
 bool PriceCycle::RunPass()
 {
     NotFoundCount = SymbolsTried = Integer();
+    WaitsUntil.reset();
+    SuspiciousPrices.clear();
     PassTime = m_work.services.clock.TimeOfDay();
     ZeroShareTime = PassTime.addSecs(-1);
     for (PortfolioEntry &entry : CurrPortfolioArray)
@@ -34,9 +37,12 @@ bool PriceCycle::RunPass()
     m_ladder.OptionUnsupported = false;
     m_work.state.LoginCancelled = false;
     SelectCurrentSite();
-    while (!StopRequested && !PassIsComplete())
+    while (!StopRequested && !WaitsUntil && !PassIsComplete())
         if (!RunBatch())
             return false;
+    for (PortfolioEntry &entry : CurrPortfolioArray)
+        if (!entry.IsDealtWith)
+            entry.Remark = NoPriceRemark(QStringLiteral("the site asks to wait"));
     return true;
 }
 
@@ -60,13 +66,19 @@ bool PriceCycle::RunBatch()
             Box::Exclamation, m_work.title);
         return false;
     }
-    const QString page =
-        m_ladder.FetchWebPage(m_site.BegWebAddress + batch.addressSymbols + m_site.EndWebAddress);
-    if (StopRequested)
+    const QString address = m_site.BegWebAddress + batch.addressSymbols + m_site.EndWebAddress;
+    const auto isToldToWait = [&] {
+        WaitsUntil = m_work.state.Waits.Until(address, m_work.services.clock.Now());
+        return WaitsUntil.has_value();
+    };
+    if (isToldToWait())
+        return true;
+    const QString page = m_ladder.FetchWebPage(address);
+    if (StopRequested || isToldToWait())
         return true;
     if (m_ladder.ConnectFailures != Integer())
         return false;
-    ExtractBatch(batch, page);
+    ExtractBatch(batch, page, Inet1.EndIsCertain());
     return StopRequested || NotFoundCount.Value() != int(CurrPortfolioArray.size());
 }
 
@@ -85,7 +97,7 @@ void PriceCycle::SelectCurrentSite()
     m_site = CurrentSite(m_work.databases.gRsWebParameters);
 }
 
-void PriceCycle::ExtractBatch(const SymbolBatch &batch, const QString &page)
+void PriceCycle::ExtractBatch(const SymbolBatch &batch, const QString &page, bool endIsCertain)
 {
     const QString AddressSymbols = CommaList(batch.addressSymbols, m_site);
     for (const size_t index : batch.entries) {
@@ -94,9 +106,12 @@ void PriceCycle::ExtractBatch(const SymbolBatch &batch, const QString &page)
             return;
         PortfolioEntry &entry = CurrPortfolioArray[index];
         // A symbol that its own separator garbled was not asked for; it is not found, once.
-        StoreExtractedPrice(entry, IsInBatch(AddressSymbols, entry.Symbol)
-                                       ? ExtractPriceText(page, entry.Symbol, m_site)
-                                       : ExtractedText());
+        ExtractedText text;
+        if (IsInBatch(AddressSymbols, entry.Symbol))
+            text = ExtractPriceText(page, entry.Symbol, m_site);
+        if (text.reachesPageEnd && !endIsCertain)
+            text = ExtractedText(); // a connection that was cut inside "612.34" gives 6
+        StoreExtractedPrice(entry, text);
         SymbolsTried += 1;
     }
 }
@@ -104,15 +119,77 @@ void PriceCycle::ExtractBatch(const SymbolBatch &batch, const QString &page)
 void PriceCycle::StoreExtractedPrice(PortfolioEntry &entry, const ExtractedText &text)
 {
     Post(QStringLiteral("Extracting data..."));
-    bool failed = false;
-    if (text.Found())
-        entry.CurrPrice = PriceFromText(text.PriceText, m_work.services.formats, failed);
-    else
+    if (const std::optional<Currency> price = PriceTaken(entry, text)) {
+        entry.CurrPrice = *price;
+        RemarkOn(entry);
+    } else {
         CountNotFound(entry.Symbol.trimmed());
-    if (failed)
-        NotFoundCount += 1;
+        entry.Remark = NoPriceRemark(QStringLiteral("the page of the site has none"));
+    }
     entry.Time = entry.Shares == Integer() ? ZeroShareTime : PassTime;
     entry.IsDealtWith = true;
+}
+
+/// Nothing when the text holds no price, or one at which the position cannot be valued.
+std::optional<Currency> PriceCycle::PriceTaken(const PortfolioEntry &entry,
+                                               const ExtractedText &text)
+{
+    if (!text.Found())
+        return std::nullopt;
+    bool failed = false;
+    Currency price;
+    try {
+        price = PriceFromText(text.PriceText, m_work.services.formats, failed);
+    } catch (const RuntimeError &error) {
+        if (error.Number() != RuntimeError::OverflowNumber)
+            throw;
+        return std::nullopt;
+    }
+    if (failed)
+        NotFoundCount += 1;
+    return FitsAt(entry.Row, price) ? std::optional(price) : std::nullopt;
+}
+
+/// A price that jumps is taken, and the user asked to look at it. After a split that the user has
+/// posted the site may still quote the old shares.
+void PriceCycle::RemarkOn(PortfolioEntry &entry)
+{
+    entry.Remark = PriceMark();
+    const Currency last = entry.Row.CurrPrice;
+    if (!IsSuspicious(last, entry.CurrPrice) || SplitSymbols.contains(entry.Symbol.trimmed()))
+        return;
+    const Formats &formats = m_work.services.formats;
+    const auto text = [&formats](Currency price) {
+        return formats.Format(price, price < Currency::FromWhole(1) ? u"0.0000" : u"#,##0.00");
+    };
+    const QString change = text(last) + QStringLiteral(" -> ") + text(entry.CurrPrice);
+    SuspiciousPrices << entry.Row.Symbol + QStringLiteral(": ") + change;
+    entry.Remark = {change + QStringLiteral(", please check this price"), false};
+}
+
+PriceMark PriceCycle::NoPriceRemark(const QString &why) const
+{
+    return {QStringLiteral("No price in the update of %1: %2")
+                .arg(m_work.services.formats.FormatTime(PassTime, u"Long Time"), why),
+            true};
+}
+
+/// What the user should know at the end of a cycle.
+QString PriceCycle::ClosingStatus() const
+{
+    constexpr qsizetype MostNamed = 3;
+    QStringList texts;
+    if (WaitsUntil)
+        texts << QStringLiteral("%1 asks to wait until %2")
+                     .arg(ShortSiteName(m_site.WebSiteName).trimmed(),
+                          m_work.services.formats.FormatTime(WaitsUntil->time(), u"Long Time"));
+    if (!SuspiciousPrices.isEmpty()) {
+        QString prices = SuspiciousPrices.mid(0, MostNamed).join(QStringLiteral("; "));
+        if (SuspiciousPrices.size() > MostNamed)
+            prices += QStringLiteral("; and %1 more").arg(SuspiciousPrices.size() - MostNamed);
+        texts << prices + QStringLiteral(", please check");
+    }
+    return texts.join(QStringLiteral("; "));
 }
 
 void PriceCycle::CountNotFound(const QString &symbol)
@@ -129,15 +206,20 @@ void PriceCycle::CheckVersion()
 {
     if (!VersionCheckIsDue(m_work.settings, m_work.state, m_work.services.clock.Today()))
         return; // nor does the practice server start for it
+    const QString address = m_work.webAddresses.VersionFile();
+    // The practice server has no news for who works with a real site.
+    if (IsPracticeEntry(address) && !IsPracticeAddress(m_site.BegWebAddress))
+        return;
     CheckForNewVersion(m_work.settings, m_work.state, m_work.services, Inet1,
-                       ResolveAddress(m_work.webAddresses.VersionFile(), m_work.practiceServer),
-                       *m_work.screens);
+                       ResolveAddress(address, m_work.practiceServer), *m_work.screens);
 }
 
 void PriceCycle::UpdateRows()
 {
     Post(QStringLiteral("Updating..."));
-    UpdateDTRecordset(m_work.rows, CurrPortfolioArray, m_site.OptionPrefix, m_site.OptionSuffix);
+    UpdateDTRecordset(m_work.rows, CurrPortfolioArray, m_site.OptionPrefix, m_site.OptionSuffix,
+                      NoPriceRemark(QStringLiteral("the row was not asked for")));
+    RowsAreWritten = true;
     m_work.screens->ReloadDataGrid();
 }
 
@@ -157,7 +239,7 @@ void PriceCycle::Inet1_StateChanged(int state)
     constexpr int errorState = 11;
     if (state > 0 && state < errorState)
         Post(QString::fromUtf8(texts[state]));
-    if (state != errorState || IsQuiet(Inet1.ResponseCode()))
+    if (state != errorState || LoadingHistory || IsQuiet(Inet1.ResponseCode()))
         return;
     m_work.services.dialogs.MsgBox(
         QStringLiteral("An error has occured obtaining current prices.\n%1:")

@@ -36,6 +36,10 @@ QString SiteLadder::FetchWebPage(const QString &address)
         if (m_work.StopRequested)
             return QString();
         WaitForTransfer();
+        if (m_work.state.Waits.Note(m_work.Inet1, address, m_work.services.clock.Now())) {
+            ConnectFailures = Integer();
+            return QString();
+        }
         if (page.contains(QStringLiteral("Authorization"))) {
             if (!LoginAgain())
                 return QString();

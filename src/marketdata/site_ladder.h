@@ -35,7 +35,8 @@ public:
     explicit SiteLadder(SiteWork work) : m_work(std::move(work)) {}
 
     /// The page at `address`, asked for as the current row of gRsWebParameters wants it; empty when
-    /// StopRequested, and when ConnectFailures asks for a switch of site.
+    /// StopRequested, when ConnectFailures asks for a switch of site, and when the site asks to be left
+    /// alone for a while (PriceUpdateState::Waits).
     QString FetchWebPage(const QString &address);
     /// Asks for the login of the site in use; switches to another site when the user declines.
     void PromptWebLogin();

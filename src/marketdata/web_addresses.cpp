@@ -108,6 +108,11 @@ QString WebAddresses::OfMaker(const QString &page) const
     return host.isEmpty() ? host : host + page;
 }
 
+bool IsPracticeEntry(const QString &address)
+{
+    return address.startsWith(Practice);
+}
+
 QString ResolveAddress(const QString &address, PracticeServer &server)
 {
     return address.startsWith(Practice) ? server.Origin() + address.mid(Practice.size()) : address;

@@ -49,6 +49,9 @@ private:
     QHash<QString, QString> m_addresses;
 };
 
+/// Whether an entry of the file names the practice server.
+bool IsPracticeEntry(const QString &address);
+
 /// "{practice}" replaced by the server's own address, on which it begins to listen; other addresses
 /// as they are. Throws as PracticeServer::Listen does.
 QString ResolveAddress(const QString &address, PracticeServer &server);

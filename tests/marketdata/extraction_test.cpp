@@ -448,8 +448,8 @@ TEST(PriceFromText, ReadsATextThatIsNoNumberOnceMoreWithCommasInPlaceOfPoints)
 
 TEST(PriceFromText, FailsForAPriceBeyondTheRange)
 {
-    EXPECT_EQ(PriceOf(QString(25, u'9')), "failed");
-    EXPECT_EQ(PriceOf(QString(30000, u'9')), "failed");
+    EXPECT_EQ(PriceOf(QString(25, u'9')), "error 6");
+    EXPECT_EQ(PriceOf(QString(30000, u'9')), "error 6");
     EXPECT_EQ(PriceOf(QString(25, u'9') + ".5.5"), "error 6");
 }
 
