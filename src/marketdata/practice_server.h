@@ -14,6 +14,10 @@
 /// letters, digits, ".", "-", "^" and "="; and all that begins with "ZZ". Symbols are separated by
 /// "," or "+". Another path has the status 404, another method than GET 405.
 ///
+/// Bounds: 16 KB of head, no body, 16 connections (the one that was silent longest makes room); a Host
+/// header that names another machine has the status 403, since a web page in the user's browser could
+/// have pointed that name here.
+///
 /// It needs the event loop to run while a page is fetched, and nothing else: no thread, no network.
 
 #include "platform/clock.h"
@@ -42,6 +46,7 @@ public:
     static constexpr quint16 DeliveredPort = 8917;
 
 private:
+    class Connection;
     class Pages;
     Clock &m_clock;
     std::unique_ptr<Pages> m_pages;

@@ -273,6 +273,112 @@ TEST_F(PracticeServerTest, AnswersWithoutAHostHeader)
     EXPECT_TRUE(IsWell());
 }
 
+TEST_F(PracticeServerTest, ReadsNoMoreThanSixteenKilobytesOfAHead)
+{
+    server.Listen(0);
+    const QByteArray begin = "GET /quotes?s=BRWK HTTP/1.1\r\nHost: localhost\r\nX: ";
+    const auto status = [&](int size) {
+        const QByteArray head = begin + QByteArray(size - begin.size() - 4, 'x') + "\r\n\r\n";
+        return Send(head, "\r\n\r\n").left(12);
+    };
+    EXPECT_EQ(status(16 * 1024), "HTTP/1.1 200");
+    EXPECT_EQ(status(16 * 1024 + 1), "HTTP/1.1 431");
+    EXPECT_EQ(Send(QByteArray(17 * 1024, 'x'), "\r\n\r\n").left(12), "HTTP/1.1 431"); // no end
+    EXPECT_TRUE(IsWell());
+}
+
+TEST_F(PracticeServerTest, TakesNoBody)
+{
+    server.Listen(0);
+    for (const char *body : {"Content-Length: 5\r\n\r\nhello", "Content-Length: 5\r\n\r\n",
+                             "Transfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n0\r\n\r\n"})
+        EXPECT_EQ(Send(QByteArray("GET /quotes HTTP/1.1\r\nHost: localhost\r\n") + body, "\r\n\r\n")
+                      .left(12),
+                  "HTTP/1.1 413")
+            << body;
+    EXPECT_TRUE(Send("GET /quotes HTTP/1.1\r\nContent-Length: 0\r\n\r\n").contains("200 OK"));
+}
+
+TEST_F(PracticeServerTest, AnswersToTheNamesOfThisMachineAlone)
+{
+    server.Listen(0);
+    const auto status = [this](const QByteArray &host) {
+        return Send("GET /quotes HTTP/1.1\r\nHost: " + host + "\r\n\r\n", "\r\n\r\n").mid(9, 3);
+    };
+    for (const char *host :
+         {"127.0.0.1", "127.0.0.1:8917", "localhost", "LocalHost:8917", "[::1]:8917", "127.0.0.2"})
+        EXPECT_EQ(status(host), "200") << host;
+    for (const char *host :
+         {"quotes.example", "quotes.example:8917", "localhost.quotes.example", "10.0.0.1",
+          "127.0.0.1.quotes.example", "127.0.0.1@quotes.example", "[", "a b", "0.0.0.0"})
+        EXPECT_EQ(status(host), "403") << host;
+    EXPECT_EQ(Send("GET /quotes HTTP/1.1\r\nHost: localhost\r\nHost: x.example\r\n\r\n", "\r\n\r\n")
+                  .mid(9, 3),
+              "403");
+}
+
+TEST_F(PracticeServerTest, ClosesTheConnectionWhenItIsAskedTo)
+{
+    server.Listen(0);
+    const auto closes = [this](const QByteArray &request) {
+        QTcpSocket socket;
+        socket.connectToHost(QHostAddress::LocalHost, server.Port());
+        socket.write(request);
+        QByteArray answer;
+        const bool isClosed = HandleEventsUntil(
+            [&] {
+                answer += socket.readAll();
+                return socket.state() == QTcpSocket::UnconnectedState;
+            },
+            300ms);
+        EXPECT_TRUE(answer.contains("</html>")) << request.constData();
+        EXPECT_EQ(answer.contains("Connection: close"), isClosed);
+        return isClosed;
+    };
+    const QByteArray line = "GET /quotes?s=BRWK HTTP/1.1\r\nHost: localhost\r\n";
+    EXPECT_TRUE(closes(line + "Connection: close\r\n\r\n"));
+    EXPECT_TRUE(closes(line + "connection: Close\r\n\r\n"));
+    EXPECT_TRUE(closes("GET /quotes?s=BRWK HTTP/1.0\r\n\r\n"));
+    EXPECT_FALSE(closes(line + "\r\n"));
+}
+
+TEST_F(PracticeServerTest, KeepsFewConnectionsAndGivesUpTheOneThatWasSilentLongest)
+{
+    server.Listen(0);
+    std::vector<std::unique_ptr<QTcpSocket>> sockets;
+    const auto isOpen = [](const std::unique_ptr<QTcpSocket> &socket) {
+        return socket->state() == QTcpSocket::ConnectedState;
+    };
+    for (int i = 0; i < 60; ++i) {
+        sockets.push_back(std::make_unique<QTcpSocket>());
+        sockets.back()->connectToHost(QHostAddress::LocalHost, server.Port());
+        HandleEventsUntil([&] { return isOpen(sockets.back()); }, 2s);
+    }
+    HandleEventsUntil([] { return false; }, 50ms);
+    EXPECT_EQ(std::count_if(sockets.begin(), sockets.end(), isOpen), 16);
+    EXPECT_FALSE(isOpen(sockets.front()));
+    EXPECT_TRUE(isOpen(sockets.back()));
+    EXPECT_TRUE(IsWell());
+}
+
+TEST_F(PracticeServerTest, LeavesTheWindowItsTurnsWhileRequestsFloodIn)
+{
+    server.Listen(0);
+    QTcpSocket flood;
+    flood.connectToHost(QHostAddress::LocalHost, server.Port());
+    flood.write(QByteArray("GET /quotes?s=BRWK HTTP/1.1\r\n\r\n").repeated(200));
+    int turns = 0;
+    QByteArray answers;
+    EXPECT_TRUE(HandleEventsUntil(
+        [&] {
+            ++turns;
+            answers += flood.readAll();
+            return answers.count("</html>") >= 200;
+        },
+        10s));
+    EXPECT_GT(turns, 50);
+}
+
 TEST_F(PracticeServerTest, StandsWhatIsNoRequest)
 {
     server.Listen(0);
@@ -328,7 +434,7 @@ TEST_F(PracticeServerTest, StandsOneWhoAsksAndDoesNotWaitForTheAnswer)
 TEST_F(PracticeServerTest, AnswersOneAfterTheOtherOnOneConnection)
 {
     server.Listen(0);
-    const QByteArray one = "GET /quotes?s=BRWK HTTP/1.1\r\nHost: x\r\n\r\n";
+    const QByteArray one = "GET /quotes?s=BRWK HTTP/1.1\r\nHost: localhost\r\n\r\n";
     QTcpSocket socket;
     socket.connectToHost(QHostAddress::LocalHost, server.Port());
     for (int i = 0; i < 3; ++i) {
