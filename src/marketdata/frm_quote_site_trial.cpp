@@ -208,16 +208,18 @@ void frmQuoteSiteTrial::cmdTest_Click()
 {
     if (m_isFetching)
         return;
-    const QString symbol = txtSymbol->text().trimmed();
+    const auto [symbol, second] = SymbolsToAskFor();
     if (symbol.isEmpty()) {
         MsgBox(QStringLiteral("Please enter the symbol to ask for."), Box::Exclamation,
                CaptionEditor());
         txtSymbol->setFocus();
         return;
     }
-    const TrialRequest request = RequestOfTrial(
-        m_site, symbol,
-        GetSecurityType(m_program.databases.gConnApplControl, symbol).value_or(QString()));
+    const auto typeOf = [this](const QString &name) {
+        return GetSecurityType(m_program.databases.gConnApplControl, name).value_or(QString());
+    };
+    const TrialRequest request =
+        RequestOfTrial(m_site, symbol, typeOf(symbol), second, typeOf(second));
     ShowPage(QString(), {});
     txtAddress->setPlainText(request.address);
     if (request.address.isEmpty()) {
@@ -233,12 +235,40 @@ void frmQuoteSiteTrial::cmdTest_Click()
         return;
     }
     TrialReading reading;
-    if (!page.isEmpty())
-        reading = ReadReply(m_site, request.symbol, page, m_program.services.formats);
-    txtFindings->setPlainText((QStringList(m_transfer) + reading.findings).join(u'\n'));
+    QStringList findings = QStringList(m_transfer) + RowFindings(m_site);
+    const auto read = [&](const QString &name) {
+        return ReadReply(m_site, name, page, m_program.services.formats, m_inet.EndIsCertain());
+    };
+    if (!page.isEmpty()) {
+        reading = read(request.symbol);
+        findings += reading.findings;
+    }
+    if (!page.isEmpty() && !request.second.isEmpty())
+        findings +=
+            QStringList(QStringLiteral("Second symbol of the request, %1:").arg(request.second)) +
+            read(request.second).findings;
+    txtFindings->setPlainText(findings.join(u'\n'));
     if (reading.price)
         txtPrice->setText(m_program.services.formats.ToText(*reading.price));
     ShowPage(page, reading.marks);
+}
+
+/// What was typed, one symbol or two. Where the row asks for several at once and one was typed, the
+/// second is another one of the portfolio.
+std::pair<QString, QString> frmQuoteSiteTrial::SymbolsToAskFor() const
+{
+    const QString typed = txtSymbol->text().trimmed();
+    const qsizetype comma = typed.indexOf(u',');
+    if (!AsksForSeveral(m_site))
+        return {typed, QString()};
+    if (comma > 0)
+        return {typed.left(comma).trimmed(), typed.mid(comma + 1).trimmed()};
+    const TrackerRecordset &rows = m_program.AdodcStockHistory;
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        if (rows.At(row).Symbol.compare(typed, Qt::CaseInsensitive) != 0 &&
+            !rows.At(row).Symbol.trimmed().isEmpty())
+            return {typed, rows.At(row).Symbol};
+    return {typed, QString()};
 }
 
 /// The page; empty, and m_transfer says why, when none came.

@@ -31,6 +31,7 @@ private:
     void BuildControls();
     void BuildReply();
     void cmdTest_Click();
+    std::pair<QString, QString> SymbolsToAskFor() const;
     QString Fetch(const QString &address);
     bool HasLogin() const;
     QString FetchWithLogin(const QString &address);

@@ -1,6 +1,7 @@
 #include "marketdata/quote_site_trial.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -17,14 +18,26 @@ QString Quoted(const QString &text)
     return QStringLiteral("“%1”").arg(line);
 }
 
+/// The value of a text that has a decimal comma: "12,50" or "1.234,50"; nothing for another text.
+std::optional<double> ValueWithDecimalComma(const QString &priceText)
+{
+    const qsizetype comma = priceText.lastIndexOf(u',');
+    const bool isGroup = priceText.size() - comma - 1 == 3 && !priceText.contains(u'.');
+    if (comma <= 0 || priceText.count(u',') > 1 || isGroup || priceText.lastIndexOf(u'.') > comma)
+        return std::nullopt;
+    bool isNumber = false;
+    const double value = QString(priceText).remove(u'.').replace(u',', u'.').toDouble(&isNumber);
+    return isNumber ? std::optional(value) : std::nullopt;
+}
+
 /// The search as it is told, step by step.
 class Report
 {
 public:
     Report(const QuoteSite &site, const QString &symbol, const QString &page,
-           const Formats &formats)
+           const Formats &formats, bool endIsCertain)
         : m_site(site), m_symbol(symbol), m_page(page), m_formats(formats),
-          m_symbolBegText(WithoutBlanks(site.SymbolBegText))
+          m_endIsCertain(endIsCertain), m_symbolBegText(WithoutBlanks(site.SymbolBegText))
     {}
 
     TrialReading Write()
@@ -130,6 +143,13 @@ private:
             Say(QStringLiteral("No price was taken: the symbol would be reported as not found."));
             return;
         }
+        if (m_found.reachesPageEnd && !m_endIsCertain) {
+            Say(QStringLiteral("Price: %1 reaches the end of the reply, which does not tell its "
+                               "length and may have been cut: the symbol would be reported as not "
+                               "found.")
+                    .arg(Quoted(m_found.PriceText)));
+            return;
+        }
         try {
             bool failed = false;
             const Currency price = PriceFromText(m_found.PriceText, m_formats, failed);
@@ -140,6 +160,11 @@ private:
                 Say(QStringLiteral("Price: %1 was taken from %2.")
                         .arg(m_formats.ToText(price), Quoted(m_found.PriceText)));
             m_reading.price = price;
+            const std::optional<double> meant = ValueWithDecimalComma(m_found.PriceText);
+            if (meant && std::fabs(*meant - price.ToDouble()) > 0.01)
+                Say(QStringLiteral("Attention: %1 seems to have a decimal comma. A price update "
+                                   "takes the comma for a separator of thousands.")
+                        .arg(Quoted(m_found.PriceText)));
         } catch (const RuntimeError &error) {
             Say(QStringLiteral("Price: %1 is no price (%2); the price update would stop here.")
                     .arg(Quoted(m_found.PriceText), error.Description()));
@@ -154,6 +179,7 @@ private:
     QString m_symbol;
     const QString &m_page;
     const Formats &m_formats;
+    bool m_endIsCertain;
     QString m_symbolBegText;
     ExtractedText m_found;
     TrialReading m_reading;
@@ -161,33 +187,82 @@ private:
 
 } // namespace
 
-TrialRequest RequestOfTrial(const QuoteSite &site, const QString &symbol,
-                            const QString &securityType)
+bool AsksForSeveral(const QuoteSite &site)
 {
-    PortfolioArray entries(1);
+    return site.UpdateCount != 1;
+}
+
+TrialRequest RequestOfTrial(const QuoteSite &site, const QString &symbol,
+                            const QString &securityType, const QString &second,
+                            const QString &secondType)
+{
+    PortfolioArray entries(second.trimmed().isEmpty() ? 1 : 2);
     entries[0].Symbol = TenCharacters(symbol.trimmed());
     entries[0].SecurityType = TenCharacters(securityType);
-    const SymbolBatch batch = BuildSymbolString(entries, site);
+    QuoteSite asked = site;
+    if (entries.size() > 1) {
+        entries[1].Symbol = TenCharacters(second.trimmed());
+        entries[1].SecurityType = TenCharacters(secondType);
+        asked.UpdateCount = 2;
+    }
+    const SymbolBatch batch = BuildSymbolString(entries, asked);
     if (batch.optionUnsupported)
         return {symbol.trimmed(), QString()};
     return {entries[0].Symbol.trimmed(),
-            site.BegWebAddress + batch.addressSymbols + site.EndWebAddress};
+            site.BegWebAddress + batch.addressSymbols + site.EndWebAddress,
+            entries.size() > 1 ? entries[1].Symbol.trimmed() : QString()};
 }
+
+QStringList RowFindings(const QuoteSite &site)
+{
+    QStringList findings;
+    if (site.UpdateCount <= 0)
+        findings << QStringLiteral("Update Count is empty: a price update writes 5 there, and then "
+                                   "asks for five symbols at once.");
+    if (site.AddressBuildCharacters.isEmpty())
+        findings << (AsksForSeveral(site)
+                         ? QStringLiteral("Address Characters is empty: the symbols of a request "
+                                          "run together. Enter a separator, or 1 as Update Count.")
+                         : QStringLiteral(
+                               "Address Characters is empty, which is right only as long "
+                               "as Update Count is 1."));
+    return findings;
+}
+
+namespace
+{
+
+QString WaitInWords(const Inet &inet)
+{
+    const auto wait = inet.RetryAfter();
+    return wait ? QStringLiteral(" The site asks to wait %1 seconds.").arg(wait->count())
+                : QString();
+}
+
+} // namespace
 
 QString TransferInWords(const Inet &inet, const QString &page, const Formats &formats)
 {
     if (!page.isEmpty())
-        return QStringLiteral("A reply of %1 characters came.")
-            .arg(formats.Format(qint64(page.size()), u"#,##0"));
+        return QStringLiteral("A reply of %1 characters came. HTTP status %2.")
+                   .arg(formats.Format(qint64(page.size()), u"#,##0"))
+                   .arg(inet.HttpStatus()) +
+               WaitInWords(inet);
     if (inet.ResponseCode() == 0)
-        return QStringLiteral("The site sent an empty reply.");
+        return QStringLiteral("The site sent an empty reply. HTTP status %1.")
+            .arg(inet.HttpStatus());
+    if (inet.HttpStatus() > 0)
+        return QStringLiteral("The site sent an empty reply. HTTP status %1: %2.")
+                   .arg(inet.HttpStatus())
+                   .arg(inet.ResponseInfo()) +
+               WaitInWords(inet);
     return QStringLiteral("No reply came. Code %1: %2")
         .arg(inet.ResponseCode())
         .arg(inet.ResponseInfo());
 }
 
 TrialReading ReadReply(const QuoteSite &site, const QString &symbol, const QString &page,
-                       const Formats &formats)
+                       const Formats &formats, bool endIsCertain)
 {
-    return Report(site, symbol, page, formats).Write();
+    return Report(site, symbol, page, formats, endIsCertain).Write();
 }

@@ -72,7 +72,7 @@ TEST_F(QuoteSiteTrial, ShowsAddressReplyPlacesAndPriceOfTheSelectedSymbol)
         EXPECT_EQ(Text("txtAddress"), server.Address("/q?s=ACME"));
         EXPECT_EQ(Field("txtPrice"), "12.5");
         EXPECT_TRUE(Text("txtFindings")
-                        .startsWith("A reply of 29 characters came.\n"
+                        .startsWith("A reply of 29 characters came. HTTP status 200.\n"
                                     "Symbol: “[ACME]” stands at character 6."))
             << qPrintable(Text("txtFindings"));
         EXPECT_EQ(Text("txtReply"), "<p> \n[ACME] $12.50; \uFFFD USD</p>");
@@ -138,10 +138,44 @@ TEST_F(QuoteSiteTrial, ShowsTheBodyOfAnErrorReplyAndAnEmptyReply)
         Click("cmdTest");
         EXPECT_EQ(Text("txtReply"), "no such symbol");
         EXPECT_TRUE(Text("txtFindings").contains("No price was taken"));
+        EXPECT_TRUE(Text("txtFindings").contains("HTTP status 404."));
         WidgetActions::Type(Part<QWidget>("txtSymbol"), "NONE");
         Click("cmdTest");
-        EXPECT_EQ(Text("txtFindings"), "The site sent an empty reply.");
+        EXPECT_EQ(Text("txtFindings"), "The site sent an empty reply. HTTP status 200.");
         EXPECT_EQ(Text("txtReply"), "");
+    });
+}
+
+TEST_F(QuoteSiteTrial, AsksForASecondSymbolWhereTheRowTakesSeveralAtOnce)
+{
+    Position("BOND", 5, "10", "12");
+    Site(1, "Quotes", server.Address("/q?s="));
+    folder.Execute(WebSites(), "UPDATE WebParameters SET UpdateCount = 20");
+    server.On("/q?s=ACME,BOND", Page("[ACME] $12.50; [BOND] $99.00;"));
+    server.On("/q?s=BOND,ZETA", Page("[BOND] $99.00;"));
+    InTrialOf("Quotes", [this] {
+        Click("cmdTest");
+        EXPECT_EQ(Field("txtPrice"), "12.5");
+        EXPECT_TRUE(Text("txtFindings").contains("Second symbol of the request, BOND:"));
+        EXPECT_TRUE(Text("txtFindings").contains("Price: 99 was taken from “99.00”."));
+        WidgetActions::Type(Part<QWidget>("txtSymbol"), "BOND, ZETA");
+        Click("cmdTest");
+        EXPECT_EQ(Field("txtPrice"), "99");
+        EXPECT_TRUE(Text("txtFindings").contains("this price stands at the head of the reply"))
+            << qPrintable(Text("txtFindings")); // ZETA would get the price of BOND
+    });
+}
+
+TEST_F(QuoteSiteTrial, AsksForOneSymbolWhereTheRowTakesNoMore)
+{
+    Position("BOND", 5, "10", "12");
+    Site(1, "Quotes", server.Address("/q?s="));
+    folder.Execute(WebSites(), "UPDATE WebParameters SET UpdateCount = 1");
+    server.On("/q?s=ACME", Page("[ACME] $12.50;"));
+    InTrialOf("Quotes", [this] {
+        Click("cmdTest");
+        EXPECT_EQ(Field("txtPrice"), "12.5");
+        EXPECT_FALSE(Text("txtFindings").contains("Second symbol"));
     });
 }
 
@@ -168,7 +202,8 @@ TEST_F(QuoteSiteTrial, ShowsTheFirst40000CharactersOfALongReply)
         Click("cmdTest");
         EXPECT_EQ(Text("txtReply").size(), 40'000);
         EXPECT_EQ(Field("txtPrice"), "12.5");
-        EXPECT_TRUE(Text("txtFindings").startsWith("A reply of 50,014 characters came."));
+        EXPECT_TRUE(
+            Text("txtFindings").startsWith("A reply of 50,014 characters came. HTTP status 200."));
     });
 }
 

@@ -141,6 +141,54 @@ TEST(ReadReply, SaysWhyNothingWasTakenBetweenTheMarkers)
     EXPECT_TRUE(Says(Read("[ACME] $12.50;", site), "Price End Text is empty"));
 }
 
+TEST(RequestOfTrial, AsksForTwoSymbolsAtOnce)
+{
+    const TrialRequest request = RequestOfTrial(Site(), "ACME", "Stock", " BOND ", "Bond");
+    EXPECT_EQ(request.address, "http://quotes.example/q?s=ACME+BOND&f=1");
+    EXPECT_EQ(request.second, "BOND");
+    QuoteSite site = Site();
+    site.AddressBuildCharacters = "";
+    EXPECT_EQ(RequestOfTrial(site, "ACME", "", "BOND", "").address,
+              "http://quotes.example/q?s=ACMEBOND&f=1");
+    EXPECT_TRUE(AsksForSeveral(site));
+    site.UpdateCount = 1;
+    EXPECT_FALSE(AsksForSeveral(site));
+}
+
+TEST(RowFindings, NameAnEmptyUpdateCountAndEmptyAddressCharacters)
+{
+    EXPECT_EQ(RowFindings(Site()), QStringList());
+    QuoteSite site = Site();
+    site.UpdateCount = 0; // as an empty field is read
+    EXPECT_TRUE(RowFindings(site).join(' ').startsWith("Update Count is empty"));
+    site = Site();
+    site.AddressBuildCharacters = "";
+    EXPECT_TRUE(RowFindings(site).join(' ').contains("the symbols of a request run together"));
+    site.UpdateCount = 1;
+    EXPECT_TRUE(RowFindings(site).join(' ').contains("right only as long as Update Count is 1"));
+}
+
+TEST(ReadReply, NamesADecimalComma)
+{
+    for (const char *price : {"12,50", "1.234,50", "0,5", "1234,5678"})
+        EXPECT_TRUE(Says(Read(QString("[ACME] $%1;").arg(price)), "decimal comma")) << price;
+    for (const char *price : {"1,234", "1,234.50", "12.50", "1,234,567", "1234"})
+        EXPECT_FALSE(Says(Read(QString("[ACME] $%1;").arg(price)), "decimal comma")) << price;
+    const Formats german{QLocale(QLocale::German, QLocale::Germany)};
+    const TrialReading reading = ReadReply(Site(), "ACME", "[ACME] $12,50;", german);
+    EXPECT_EQ(reading.price, Currency("12.5"));
+    EXPECT_FALSE(Says(reading, "decimal comma")); // there it is read as one
+}
+
+TEST(ReadReply, SaysThatAPriceAtTheEndOfAReplyMayHaveBeenCut)
+{
+    const QString page = "[ACME] $612.3";
+    EXPECT_EQ(ReadReply(Site(), "ACME", page, Us, true).price, Currency("612.3"));
+    const TrialReading reading = ReadReply(Site(), "ACME", page, Us, false);
+    EXPECT_FALSE(reading.price);
+    EXPECT_TRUE(Says(reading, "may have been cut"));
+}
+
 TEST(ReadReply, SaysThatATextOfCommasBecomesZero)
 {
     const TrialReading reading = Read("[ACME] $,,;");
