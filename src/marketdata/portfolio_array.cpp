@@ -88,6 +88,5 @@ void UpdateDTRecordset(TrackerRecordset &rows, PortfolioArray &entries, const QS
         }
         ++entry;
     }
-    rows.UpdateBatch();
     rows.MoveFirst();
 }

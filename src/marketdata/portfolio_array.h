@@ -38,8 +38,8 @@ using PortfolioArray = std::vector<PortfolioEntry>;
 /// 3021 for an account without rows, 6 for more than 32,767 shares.
 PortfolioArray LoadCurrPortfolioArray(TrackerRecordset &rows, Connection &gConnApplControl);
 
-/// Writes price and time of the entries into the rows, in their order; the form of an option that
-/// the site wants is taken off again. From the first row whose symbol is not that of its entry on,
+/// Puts price and time of the entries into the rows, in their order, for the valuation to write them;
+/// the form of an option that the site wants is taken off again. From the first row whose symbol is not that of its entry on,
 /// rows keep their prices, and so do rows that were added since the entries were made. The cursor
 /// then stands on the first row. The remarks of the entries become marks of the rows; rows that keep
 /// their prices are marked with `notReached`, and so are rows that cannot be read.

@@ -220,7 +220,9 @@ void PriceCycle::UpdateRows()
     UpdateDTRecordset(m_work.rows, CurrPortfolioArray, m_site.OptionPrefix, m_site.OptionSuffix,
                       NoPriceRemark(QStringLiteral("the row was not asked for")));
     RowsAreWritten = true;
-    m_work.screens->ReloadDataGrid();
+    m_work.screens->ReloadDataGrid(); // writes prices, gains and balance together
+    if (m_work.rows.IsOpen())
+        m_work.rows.UpdateBatch();
 }
 
 void PriceCycle::Inet1_StateChanged(int state)

@@ -79,17 +79,20 @@ void CompactFile(Program &program, const QString &path, const QString &target)
     compaction.Replace();
 }
 
-/// `file` tells which one was at work when an error is thrown.
-void PurgeAndCompact(Program &program, QString &file)
+/// `file` tells which one was at work when an error is thrown. False when the account could not be
+/// closed.
+bool PurgeAndCompact(Program &program, QString &file)
 {
     Purge(program, file);
-    program.accountRoutines->CloseAllScreens();
+    if (!program.accountRoutines->CloseAllScreens())
+        return false;
     const QString target = AccountTarget(program);
     Status(program, QStringLiteral("Compacting %1 database...").arg(file));
     CompactFile(program, file, target);
     file = HistPricesPath(program);
     Status(program, QStringLiteral("Compacting Historical Prices database..."));
     CompactFile(program, file, HistPricesPath(program, QStringLiteral("TempHistPrices")));
+    return true;
 }
 
 void ShowFailure(Program &program, const QString &file, const RuntimeError &error)
@@ -111,10 +114,12 @@ void CompactDatabases(Program &program)
         const InputHold hold;
         QString file = program.settings.CurrentFilePath;
         try {
-            PurgeAndCompact(program, file);
+            if (!PurgeAndCompact(program, file))
+                return;
         } catch (const RuntimeError &error) {
             ShowFailure(program, file, error);
-            program.accountRoutines->CloseAllScreens(); // the purge may have failed before it
+            if (!program.accountRoutines->CloseAllScreens()) // the purge may have failed before it
+                return;
         }
     }
     const QString &mode = program.run.BackupMode;

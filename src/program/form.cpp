@@ -2,6 +2,7 @@
 
 #include "platform/widgets/date_field.h"
 #include "platform/widgets/focus_frame.h"
+#include "store/failed_write.h"
 
 #include <QButtonGroup>
 #include <QCloseEvent>
@@ -64,6 +65,9 @@ bool RunGuarded(Program &program, const std::function<void()> &handler)
         return true;
     } catch (const ProgramEnded &) {
         return false; // the lifetime closes what is open
+    } catch (const FailedWrite &error) {
+        program.services.dialogs.MsgBox(error.Text(), Box::Exclamation, EditorTitle());
+        return true;
     } catch (const RuntimeError &error) {
         program.services.dialogs.MsgBox(ErrorLines(error), Box::Stop, EditorTitle());
         return true;

@@ -1,9 +1,12 @@
 #include "program/rebuild_wizard.h"
 
+#include "base/put_back.h"
 #include "platform/command_groups.h"
 #include "program/form.h"
 #include "program/input_hold.h"
 #include "program/list_refresh.h"
+#include "store/failed_write.h"
+#include "store/pending_changes.h"
 #include "tracking/daily_balances.h"
 #include "transactions/rebuild.h"
 #include "transactions/undo.h"
@@ -97,7 +100,8 @@ void WriteEmptiedBalances(Program &program)
 bool ReopenAccount(Program &program)
 {
     const QString account = program.settings.CurrentFilePath;
-    program.accountRoutines->CloseAllScreens();
+    if (!program.accountRoutines->CloseAllScreens())
+        return false;
     OpenDatabases(program.databases, program.settings, program.account, program.services);
     program.accountRoutines->OpenAccount();
     if (program.run.SignOnCancelled || program.settings.CurrentFilePath != account)
@@ -154,11 +158,26 @@ void ReplayHistory(Program &program, HistoryReplay &replay)
         screen->ShowReplayed(replay.Entry());
 }
 
+/// What is pending, while the account can still be written: a rebuild that fails leaves it as it is
+/// then. Throws FailedWrite.
+void SaveBeforeRebuild(Program &program)
+{
+    PostingWork work = program.Posting();
+    CommitPending(work);
+    EnableUndoCommands(program.services.commands, false);
+    OrFail(QStringLiteral("The balance of the account"), [&] {
+        WriteGuard guard(work.gConnAccount);
+        work.gConnAccount.Execute(
+            QStringLiteral("UPDATE DescriptiveTable SET Field01 = ? WHERE TableName = 'Balance'"),
+            program.account.AccountBalance);
+        ClearPendingBalance(work.gConnAccount);
+        guard.Commit();
+    });
+}
+
 /// False when the account did not come back, so that nothing was begun.
 bool RebuildFromHistory(Program &program, const KeptBalance &balance)
 {
-    PostingWork work = program.Posting();
-    RollbackUndoTransaction(work);
     DisableFileButtons(program.services.commands);
     std::optional<HistoryReplay> replay;
     if (!ReopenEmptied(program, replay, balance))
@@ -202,8 +221,13 @@ void ShowRebuilt(Program &program, const KeptBalance &balance, bool built)
         screen->DisEnaCommandButtons();
     }
     if (program.ReloadDataGrid) {
+        PutBack rows(program.AdodcStockHistory);
+        WriteGuard guard(program.databases.gConnAccount); // no balance but the restored one
         program.ReloadDataGrid();
         balance.Restore();
+        SavePendingBalance(program.databases.gConnAccount, program.account.AccountBalance);
+        guard.Commit();
+        rows.Keep();
         if (program.UpdatePortfolioTotals)
             program.UpdatePortfolioTotals();
     }
@@ -231,9 +255,10 @@ void StartRebuildFromHistory(Program &program)
         program.screens.Unload(EntryForm);
         return;
     }
+    const KeptBalance balance(program);
+    SaveBeforeRebuild(program);
     if (RebuildScreen *screen = EntryScreen(program))
         screen->DisEnaCommandButtons();
-    const KeptBalance balance(program);
     entry.RebuildRunning = true;
     bool built = false;
     bool opened = true;

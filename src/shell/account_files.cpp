@@ -84,7 +84,10 @@ void AccountFiles::mnuFLNew_Click()
             });
         if (!path)
             return;
-        m_program.accountRoutines->CloseAllScreens();
+        if (!m_program.accountRoutines->CloseAllScreens()) {
+            Files::Kill(*path);
+            return;
+        }
         GoOverTo(*path);
         m_program.run.NewAccount = true;
         // Opens the databases, writes the first control rows, and opens the account as it goes.
@@ -107,7 +110,8 @@ void AccountFiles::mnuFLSaveAs_Click()
             return;
         // Before the copy: what the screens write as they go, and the lots of the last transaction,
         // belong into it.
-        m_program.accountRoutines->CloseAllScreens();
+        if (!m_program.accountRoutines->CloseAllScreens())
+            return;
         CopyDatabase(original, *path);
         GoOverTo(*path);
         SaveSettings(m_program);
@@ -161,7 +165,10 @@ void AccountFiles::OpenExisting(const QString &path)
 void AccountFiles::OpenAccountFile(const QString &path)
 {
     m_program.run.OpeningExisting = true;
-    m_program.accountRoutines->CloseAllScreens();
+    if (!m_program.accountRoutines->CloseAllScreens()) {
+        m_program.run.OpeningExisting = false;
+        return;
+    }
     GoOverTo(path);
     SaveSettings(m_program);
     OpenDatabases(m_program.databases, m_program.settings, m_program.account, m_program.services);

@@ -87,7 +87,11 @@ bool frmBackupRestore::IsRestore() const
 
 void frmBackupRestore::Load()
 {
-    m_program.accountRoutines->CloseAllScreens();
+    if (!m_program.accountRoutines->CloseAllScreens()) {
+        m_isRefused = true;
+        UnloadMe();
+        return;
+    }
     QString &backupDir = m_program.settings.BackupDir;
     m_backupDirBefore = backupDir;
     if (!backupDir.contains(QLatin1Char(':')))
@@ -303,6 +307,11 @@ bool frmBackupRestore::QueryUnload()
 
 void frmBackupRestore::OnUnload()
 {
+    if (m_isRefused) { // the account is open as it was
+        m_program.entry.RebuildMode = false;
+        m_program.run.BackupMode.clear();
+        return;
+    }
     const bool isExit = m_program.run.ExitInProgress;
     // An exit ends here, and would have kept the day of its reminder, for one.
     if (m_program.settings.BackupDir != m_backupDirBefore || m_hasRun || isExit)

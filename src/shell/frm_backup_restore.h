@@ -62,6 +62,7 @@ private:
     std::vector<Drive> m_drives;
     int m_drive = -1; ///< the row chosen last
     QString m_backupDirBefore;
+    bool m_isRefused = false; ///< the account could not be closed
     bool m_isBusy = false;
     bool m_hasRun = false; ///< OK was pressed: the day of the backup has moved
 };

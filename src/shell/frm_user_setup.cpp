@@ -334,10 +334,15 @@ void frmUserSetup::ReopenForReset()
         return;
     const QString path = settings.CurrentFilePath;
     m_reopening = true;
-    m_program.accountRoutines->CloseAllScreens();
-    OpenDatabases(m_program.databases, m_program.settings, m_program.account, m_program.services);
-    m_program.accountRoutines->OpenAccount();
+    const bool isClosed = m_program.accountRoutines->CloseAllScreens();
+    if (isClosed) {
+        OpenDatabases(m_program.databases, m_program.settings, m_program.account,
+                      m_program.services);
+        m_program.accountRoutines->OpenAccount();
+    }
     m_reopening = false;
+    if (!isClosed)
+        return;
     if (m_program.run.SignOnCancelled || settings.CurrentFilePath != path) {
         UnloadMe(); // what it shows is not open any more
         return;

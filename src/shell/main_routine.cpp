@@ -10,7 +10,10 @@
 #include "store/account_care.h"
 #include "store/control_rows.h"
 #include "store/conversion.h"
+#include "store/failed_write.h"
+#include "store/pending_changes.h"
 #include "store/recent_accounts.h"
+#include "tracking/daily_balances.h"
 
 #include <chrono>
 #include <cmath>
@@ -162,7 +165,7 @@ void MainRoutine::ConvertAccount()
 {
     const WaitCursor hourglass;
     ConversionWork work{m_program.databases, m_program.settings, m_program.account,
-                        m_program.services, [this] { CloseAllScreens(); }};
+                        m_program.services, [this] { (void)CloseAllScreens(); }};
     ConvertToVersion5(work);
 }
 
@@ -210,7 +213,7 @@ void MainRoutine::ArrangeAtStartup()
 
 // --- an account goes -----------------------------------------------------------------------------
 
-void MainRoutine::CloseAllScreens()
+bool MainRoutine::CloseAllScreens()
 {
     const WaitCursor hourglass;
     static const struct
@@ -223,8 +226,11 @@ void MainRoutine::CloseAllScreens()
                   {"frmDailyTracker", "mnuVWDailyTracker"},
                   {"frmDailyProfitLoss", "mnuVWDailyProfitLoss"}};
     for (const auto &screen : viewed)
-        if (m_program.services.commands.Checked(QString::fromUtf8(screen.viewEntry)))
-            m_host.Unload(QString::fromUtf8(screen.form));
+        if (m_program.services.commands.Checked(QString::fromUtf8(screen.viewEntry)) &&
+            !m_host.Unload(QString::fromUtf8(screen.form)))
+            return false;
+    if (!SaveBalance())
+        return false;
 
     // The price cycle goes twice: the screens that suspend it load it again when they go.
     for (const char *form : {"frmDeleteOptions", "frmDateSelect", "frmUserSetup", "frmChartScreen",
@@ -237,6 +243,27 @@ void MainRoutine::CloseAllScreens()
         m_host.Unload(name);
     }
     CloseDatabases(m_program.databases);
+    return true;
+}
+
+/// The Daily Tracker closes whether it could write the balance or not.
+bool MainRoutine::SaveBalance()
+{
+    Connection &account = m_program.databases.gConnAccount;
+    try {
+        if (!m_program.entry.RebuildRunning && account.IsOpen() && HasPendingBalance(account))
+            WriteDailyBalance(account, m_program.account.AccountBalance,
+                              m_program.services.clock.Today(),
+                              m_program.services.clock.TimeOfDay());
+    } catch (const RuntimeError &error) {
+        m_program.services.dialogs.MsgBox(
+            QStringLiteral("The balance of the account could not be saved: %1.\n"
+                           "Nothing is lost. Correct the problem and try it again.")
+                .arg(ReasonOf(error)),
+            Box::Exclamation, EditorTitle());
+        return false;
+    }
+    return true;
 }
 
 // --- exit ----------------------------------------------------------------------------------------
@@ -256,9 +283,14 @@ bool MainRoutine::QueryUnload()
     }
     m_program.run.ProgramClosing = true; // the backup, if there is one, ends it too
     const bool backupFirst = RemindOfBackup();
+    const int averageBefore = m_program.settings.AverageTrans;
     UpdateAverage();
     m_program.settings.LastRunDate = m_program.services.clock.Today();
-    CloseAllScreens(); // the backup needs the files closed as well
+    if (!CloseAllScreens()) { // the backup needs the files closed as well
+        m_program.settings.AverageTrans = averageBefore; // the next exit counts the day
+        m_program.run.ProgramClosing = false;
+        return false;
+    }
     return !backupFirst;
 }
 

@@ -21,10 +21,10 @@ public:
 
     void Main();
     void OpenAccount() override;
-    void CloseAllScreens() override;
+    bool CloseAllScreens() override;
 
-    /// False: the program goes on. It then stays up for the backup the user asked for, or for an
-    /// account without a name of its own.
+    /// False: the program goes on. It then stays up for the backup the user asked for, for an account
+    /// without a name of its own, or for one that could not be saved.
     bool QueryUnload();
     void Unload();
 
@@ -41,6 +41,8 @@ private:
     bool RemindOfBackup();
     bool OfferBackup(const QString &question);
     void UpdateAverage();
+    /// False, after a box, when the balance that is pending cannot be written.
+    bool SaveBalance();
     void CompactWhenDue();
     void OpenCurrentDatabases();
     void StartLogoff();

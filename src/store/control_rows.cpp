@@ -1,6 +1,7 @@
 #include "store/control_rows.h"
 
 #include "base/character_shift.h"
+#include "store/pending_changes.h"
 #include "store/recordset.h"
 #include "store/settings.h"
 
@@ -156,11 +157,14 @@ void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &serv
 {
     OrShow(services, QString(), [&] {
         const QDate today = services.clock.Today();
+        WriteGuard guard(gConnAccount);
         gConnAccount.Execute(
             QStringLiteral("INSERT INTO DescriptiveTable VALUES "
                            "('Balance', ?, 0, 0, ?, ?, '0', 0, ?, ?, 0, 0, '0') "
                            "ON CONFLICT (TableName) DO UPDATE SET Field01 = excluded.Field01"),
             balance, today, today, NotChosen, NotChosen);
+        ClearPendingBalance(gConnAccount);
+        guard.Commit();
     });
 }
 

@@ -1,11 +1,26 @@
 #include "store/databases.h"
 
 #include "platform/files.h"
+#include "store/failed_write.h"
+#include "store/pending_changes.h"
 
 #include <QFileInfo>
 
 namespace
 {
+
+/// Before anything reads the account.
+void TakeUpTheLastRun(Connection &account)
+{
+    try {
+        TakeUpPendingChanges(account);
+    } catch (const RuntimeError &error) {
+        throw RuntimeError(error.Number(),
+                           QStringLiteral("The last changes of the account could not be saved: %1. "
+                                          "They are kept; please open it again later.")
+                               .arg(ReasonOf(error)));
+    }
+}
 
 /// Runs one step of opening; its failure is shown and ends the program.
 template <class Step>
@@ -40,9 +55,11 @@ void OpenAccountFile(Databases &databases, const QString &path)
     try {
         databases.gConnAccount.Open(path);
         Files::RestrictToOwner(path); // before there is a log, which takes over the permissions
+        TakeUpTheLastRun(databases.gConnAccount);
         // The lots of a posting are written when the next one begins, whose own commit syncs both.
         databases.gConnUndo.Open(path, Durability::WithNextSync);
     } catch (...) {
+        databases.gConnAccount.Close();
         databases.accountLock.Release();
         throw;
     }

@@ -1,5 +1,7 @@
 #include "tracking/daily_balances.h"
 
+#include "store/pending_changes.h"
+
 namespace
 {
 
@@ -32,18 +34,23 @@ void ShowError(const QString &firstLine, const RuntimeError &error, Services &se
 
 } // namespace
 
+void WriteDailyBalance(Connection &gConnAccount, Currency balance, QDate date, QTime now)
+{
+    WriteGuard guard(gConnAccount);
+    gConnAccount.Execute(
+        QStringLiteral("UPDATE DescriptiveTable SET Field01 = ? WHERE TableName = 'Balance'"),
+        balance);
+    ClearPendingBalance(gConnAccount);
+    Statement statement = PrepareBalance(gConnAccount);
+    WriteBalance(statement, balance, date, now, QStringLiteral("Portfolio"));
+    guard.Commit();
+}
+
 void UpdateDailyBalance(Connection &gConnAccount, const AccountState &account, QDate date,
                         Services &services, const QString &title)
 {
     try {
-        WriteGuard guard(gConnAccount);
-        gConnAccount.Execute(
-            QStringLiteral("UPDATE DescriptiveTable SET Field01 = ? WHERE TableName = 'Balance'"),
-            account.AccountBalance);
-        Statement statement = PrepareBalance(gConnAccount);
-        WriteBalance(statement, account.AccountBalance, date, services.clock.TimeOfDay(),
-                     QStringLiteral("Portfolio"));
-        guard.Commit();
+        WriteDailyBalance(gConnAccount, account.AccountBalance, date, services.clock.TimeOfDay());
     } catch (const RuntimeError &error) {
         ShowError(QStringLiteral("An error has occured updating Portfolio Daily Balance. "), error,
                   services, title);

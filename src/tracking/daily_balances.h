@@ -14,9 +14,11 @@
 #include "store/connection.h"
 #include "tracking/tracker_rows.h"
 
-/// Also writes the balance into the Balance control row.
+/// Also writes the balance into the Balance control row, where it is pending no longer.
 void UpdateDailyBalance(Connection &gConnAccount, const AccountState &account, QDate date,
                         Services &services, const QString &title);
+/// The same without a box: throws RuntimeError, and nothing is written then.
+void WriteDailyBalance(Connection &gConnAccount, Currency balance, QDate date, QTime now);
 /// For every row with a gain, or with a transaction dated `date`.
 void UpdateDailySecurityBalance(Connection &gConnAccount, const TrackerRecordset &rows, QDate date,
                                 Services &services, const QString &title);

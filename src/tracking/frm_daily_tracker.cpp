@@ -4,6 +4,7 @@
 #include "platform/widgets/data_grid.h"
 #include "platform/widgets/flex_grid.h"
 #include "program/wait_cursor.h"
+#include "store/failed_write.h"
 #include "tracking/daily_balances.h"
 #include "tracking/sort_order.h"
 #include "transactions/undo.h"
@@ -156,6 +157,30 @@ void frmDailyTracker::ClearHooks()
     m_program.AdodcStockHistory.OnRowsChanged = nullptr;
 }
 
+bool frmDailyTracker::QueryUnload()
+{
+    CommandStates &commands = m_program.services.commands;
+    if (!commands.Checked(QStringLiteral("mnuVWDailyTracker")))
+        return true;
+    if (m_program.undo.RowTransactionOpen && !m_dataGridStock->IsSplit()) {
+        EnableUndoCommands(commands, true);
+        if (UndoLast() == UndoOutcome::Failed)
+            return false;
+    }
+    try {
+        PostingWork work = m_program.Posting();
+        CommitUndoTransaction(work); // what was not taken back is final, the last posting too
+    } catch (const RuntimeError &error) {
+        MsgBox(QStringLiteral("The lots of the last transaction could not be saved: %1.\n"
+                              "Nothing is lost. Correct the problem and close the Daily Tracker "
+                              "again.")
+                   .arg(ReasonOf(error)),
+               Box::Exclamation, CaptionEditor());
+        return false;
+    }
+    return true;
+}
+
 void frmDailyTracker::OnUnload()
 {
     const auto forget = qScopeGuard([this] { ClearHooks(); });
@@ -166,14 +191,7 @@ void frmDailyTracker::OnUnload()
         m_program.screens.Unload(QStringLiteral("frmInternetTran"));
     if (!m_program.entry.RebuildRunning) // whose own transaction writes them
         WriteDailyBalances();
-
-    const auto close = qScopeGuard([this] { CloseTransactionRecordsets(); });
-    if (m_program.undo.RowTransactionOpen && !m_dataGridStock->IsSplit()) {
-        EnableUndoCommands(commands, true);
-        UndoLast();
-    }
-    PostingWork work = m_program.Posting();
-    CommitUndoTransaction(work); // what was not taken back is final, the last posting too
+    CloseTransactionRecordsets();
     EndSplitMode(commands, QStringLiteral("popDTSplitMode"));
     EnableUndoCommands(commands, false);
     Status(QString());

@@ -17,6 +17,7 @@
 #include "program/command_target.h"
 #include "program/form.h"
 #include "tracking/frm_daily_tracker_grid.h"
+#include "transactions/undo.h"
 
 class DataGrid;
 class FlexGrid;
@@ -29,8 +30,11 @@ public:
 
     void ShowHelp() override;
     void Load() override;
-    /// Unless its entry in the View menu has lost its mark (a reload): writes the balances of
-    /// today, offers to take a clear or delete back, and makes final what is left of it.
+    /// Unless its entry in the View menu has lost its mark (a reload): offers to take a clear or
+    /// delete back, and makes final what is left of it. False, after a box, when that cannot be
+    /// written: everything stays pending, and the screen open.
+    bool QueryUnload() override;
+    /// Likewise unless it is a reload: writes the balances of today.
     void OnUnload() override;
     bool RunCommand(const QString &name) override;
 
@@ -79,7 +83,8 @@ private:
     /// The marked row becomes the current one of the rows, once the user has said Yes to `question`,
     /// which names it by its symbol, or by its name if it has none. Nothing without such a row.
     std::optional<TrackerRow> TakeConfirmedRow(const QString &question);
-    void UndoLast();
+    void ShowAfter(const std::function<void()> &change);
+    UndoOutcome UndoLast();
     void WriteDailyBalances();
 
     TrackerGridSource m_source;

@@ -1,5 +1,6 @@
 /// The commands of the Daily Tracker's popup: entry, clear, delete, undo, split mode, colours.
 
+#include "base/put_back.h"
 #include "platform/widgets/colors.h"
 #include "platform/widgets/data_grid.h"
 #include "platform/widgets/flex_grid.h"
@@ -29,12 +30,15 @@ bool frmDailyTracker::RunCommand(const QString &name)
         {QStringLiteral("popDTEdit"), &frmDailyTracker::EditSecurity},
         {QStringLiteral("popDTClear"), &frmDailyTracker::ClearRowEntry},
         {QStringLiteral("popDTDeleteRow"), &frmDailyTracker::DeleteRowEntry},
-        {QStringLiteral("popDTUndoLast"), &frmDailyTracker::UndoLast},
         {QStringLiteral("popDTTransactionUpdate"), &frmDailyTracker::DataGridStock_DblClick},
         {QStringLiteral("popDTSplitMode"), &frmDailyTracker::SplitMode},
         {QStringLiteral("popDTDailyGridColor"), &frmDailyTracker::ChgDataGridStockColor},
         {QStringLiteral("popDTSummaryGridColor"), &frmDailyTracker::ChgMSHFlexGridTotalsColor},
     };
+    if (name == QLatin1String("popDTUndoLast")) {
+        UndoLast();
+        return true;
+    }
     const auto command = commands.constFind(name);
     if (command == commands.constEnd())
         return false;
@@ -107,6 +111,22 @@ std::optional<TrackerRow> frmDailyTracker::TakeConfirmedRow(const QString &quest
     return marked;
 }
 
+/// Runs a change of the rows; after a failure the grids show what was put back.
+void frmDailyTracker::ShowAfter(const std::function<void()> &change)
+{
+    const auto show = [this] {
+        UpdatePortfolioTotals();
+        RefreshRows();
+    };
+    try {
+        change();
+    } catch (const RuntimeError &) {
+        show();
+        throw;
+    }
+    show();
+}
+
 void frmDailyTracker::ClearRowEntry()
 {
     const std::optional<TrackerRow> marked =
@@ -114,9 +134,7 @@ void frmDailyTracker::ClearRowEntry()
     if (!marked)
         return;
     PostingWork work = m_program.Posting();
-    ClearRow(work);
-    UpdatePortfolioTotals();
-    RefreshRows();
+    ShowAfter([&] { ClearRow(work); });
     DataGridStock_RowColChange();
     Status(QString());
     MsgBox(QStringLiteral("REMINDER! Make sure to delete existing transaction history for ") +
@@ -132,20 +150,29 @@ void frmDailyTracker::DeleteRowEntry()
     if (!marked)
         return;
     PostingWork work = m_program.Posting();
-    DeleteRow(work);
-    Selection &selection = m_program.selection;
-    if (selection.CurrentSymbol == marked->Symbol || work.rows.IsEmpty())
-        selection.CurrentSymbol = selection.CurrentName = QString(); // another row takes its place
-    ReloadDataGrid();
+    ShowAfter([&] {
+        Selection &selection = m_program.selection;
+        PutBack before(selection);
+        DeleteRow(work, [&] {
+            if (selection.CurrentSymbol == marked->Symbol || work.rows.IsEmpty())
+                selection.CurrentSymbol = selection.CurrentName = QString(); // another row is next
+            ReloadDataGrid();
+        });
+        before.Keep();
+    });
     Status(QString());
     EnableUndoCommands(m_program.services.commands, true);
 }
 
-void frmDailyTracker::UndoLast()
+UndoOutcome frmDailyTracker::UndoLast()
 {
     PostingWork work = m_program.Posting();
-    if (UndoLastTransaction(work, [this] { ReloadDataGrid(); }))
+    const UndoOutcome outcome = UndoLastTransaction(work, [this] { ReloadDataGrid(); });
+    if (outcome == UndoOutcome::Failed)
+        UpdatePortfolioTotals();
+    if (outcome == UndoOutcome::TakenBack)
         RefreshListsAfterPosting(m_program);
+    return outcome;
 }
 
 // --- totals -------------------------------------------------------------------------------------

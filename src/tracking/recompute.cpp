@@ -1,5 +1,7 @@
 #include "tracking/recompute.h"
 
+#include "base/put_back.h"
+#include "store/pending_changes.h"
 #include "tracking/valuation.h"
 
 #include <algorithm>
@@ -51,12 +53,26 @@ void ResetToDateAmounts(RecomputeWork &work)
         Box::Information, work.title);
 }
 
+/// Gains and the balance that holds them belong together.
+void WriteRows(TrackerRecordset &rows, Currency balance, Currency before)
+{
+    if (balance == before) {
+        rows.UpdateBatch();
+        return;
+    }
+    WriteGuard guard(rows.File());
+    rows.UpdateBatch();
+    SavePendingBalance(rows.File(), balance);
+    guard.Commit();
+}
+
 } // namespace
 
 void RecomputeRows(RecomputeWork &work, bool loading)
 {
     PortfolioTotals &totals = work.totals;
     TrackerRecordset &rows = work.rows;
+    PutBack before(rows, totals, work.account, work.undoBalance);
     InitializeTotals(totals);
     totals.BasisTotal = Single();
     totals.TransCost = Currency();
@@ -73,13 +89,14 @@ void RecomputeRows(RecomputeWork &work, bool loading)
             ValueRow(totals, row);
         });
     }
-    rows.UpdateBatch();
-    rows.MoveFirst();
-
+    const Currency balance = work.account.AccountBalance;
     if (loading)
         totals.PriorBasisTotal = totals.BasisTotal;
     else
         ComputePortfolioBalance(work.account, totals, work.undoBalance);
+    WriteRows(rows, work.account.AccountBalance, balance);
+    rows.MoveFirst();
+    before.Keep();
 }
 
 void TellRowsLeftOut(RecomputeWork &work)

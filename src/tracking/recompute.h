@@ -24,7 +24,8 @@ struct RecomputeWork
 };
 
 /// Rolls the day when today is not the tracker day, values every row, gathers all totals and writes
-/// the rows. While `loading`, compares the lots with the rows and leaves the balance as it is
+/// the rows, and with them the balance as pending: after an error rows, totals and balance are as they
+/// were. While `loading`, compares the lots with the rows and leaves the balance as it is
 /// (PriorBasisTotal takes BasisTotal); otherwise the balance step follows. The cursor ends on the
 /// first row. TestToDateReset comes behind it, once the caller has brought its selection up to
 /// date.

@@ -111,6 +111,13 @@ void TrackerRecordset::Close()
     Notify();
 }
 
+Connection &TrackerRecordset::File() const
+{
+    if (!IsOpen())
+        throw RuntimeError::ObjectClosed();
+    return *m_connection;
+}
+
 void TrackerRecordset::Read()
 {
     QHash<qint64, const Entry *> before;

@@ -62,6 +62,8 @@ public:
     void Open(Connection &connection, const QString &orderBy);
     void Close();
     bool IsOpen() const { return m_connection != nullptr; }
+    /// What the rows are read from and written to; throws 3704 when closed.
+    Connection &File() const;
     /// Another order for the next Requery.
     void SetOrderBy(const QString &orderBy) { m_orderBy = orderBy; }
     const QString &OrderBy() const { return m_orderBy; }
@@ -101,7 +103,8 @@ public:
     void AddNew(const QString &symbol, const QString &name, QDate today, QTime now);
     /// Deletes the current row from the file at once; the cursor then stands on the row behind it.
     void Delete();
-    /// Writes the rows that differ from what is stored. After an error nothing is written.
+    /// Writes the rows that differ from what is stored. After an error nothing is written. Inside an
+    /// open transaction they count as stored from here on: put a copy back when that one fails.
     void UpdateBatch();
     /// Gives up edits and added rows that were not written.
     void CancelBatch();

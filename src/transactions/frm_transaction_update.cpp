@@ -317,13 +317,19 @@ void frmTransactionUpdate::cmdUndoLast_Click()
     const QPointer<frmTransactionUpdate> alive = this;
     Program &program = m_program;
     PostingWork work = program.Posting();
-    if (UndoLastTransaction(work, [&program] {
-            if (program.ReloadDataGrid)
-                program.ReloadDataGrid();
-        }))
+    const UndoOutcome outcome = UndoLastTransaction(work, [&program] {
+        if (program.ReloadDataGrid)
+            program.ReloadDataGrid();
+    });
+    if (outcome == UndoOutcome::TakenBack)
         RefreshListsAfterPosting(program);
     if (!alive)
         return;
+    if (outcome == UndoOutcome::Failed) { // to be tried again
+        if (program.UpdatePortfolioTotals)
+            program.UpdatePortfolioTotals();
+        return;
+    }
     ClearObjects();
     cmdUndoLast->setEnabled(false);
 }

@@ -1,9 +1,11 @@
 #include "transactions/lots.h"
 
+#include "store/pending_changes.h"
+
 #include <algorithm>
-#include <optional>
 #include <span>
 #include <tuple>
+#include <utility>
 
 /// A symbol that is touched inside a transaction first leaves a copy of its lots in m_stored. That
 /// copy is what a rollback gives back, and what a commit compares with to find the rows to delete,
@@ -35,6 +37,7 @@ void PurchaseLots::Open(Connection &gConnUndo)
     Close();
     m_connection = &gConnUndo;
     try {
+        TakeUpPendingLots(gConnUndo);
         Read();
     } catch (...) {
         Close();
@@ -196,26 +199,15 @@ void PurchaseLots::RollbackTrans()
     }
     m_stored.clear();
     m_inTransaction = false;
+    m_isSaved = false;
 }
 
-void PurchaseLots::WriteChanges()
+/// Of all symbols touched, by symbol, so that equal changes give equal IDs.
+std::vector<PurchaseLots::Change> PurchaseLots::Changes()
 {
-    if (m_stored.isEmpty())
-        return;
-    struct Inserted
-    {
-        Lot *lot;
-        qint64 id;
-    };
-    std::vector<Inserted> inserted;
-    std::optional<WriteGuard> guard; // no transaction, and no sync, where nothing has changed
-    const auto connection = [&]() -> Connection & {
-        if (!guard)
-            guard.emplace(*m_connection);
-        return *m_connection;
-    };
+    std::vector<Change> changes;
     QStringList symbols = m_stored.keys();
-    symbols.sort(); // so that equal changes give equal IDs
+    symbols.sort();
     for (const QString &symbol : std::as_const(symbols)) {
         // Sales take from the front and purchases add at the end: mostly all in between is the same.
         const std::vector<Lot> &stored = *m_stored.constFind(symbol);
@@ -233,26 +225,61 @@ void PurchaseLots::WriteChanges()
         for (const Lot &lot : before)
             gone.insert(lot.ID, &lot);
         for (Lot &lot : now) {
-            if (lot.ID == 0) {
-                connection().Execute(
+            const Lot *old = lot.ID == 0 ? nullptr : gone.take(lot.ID);
+            if (!old || !(*old == lot))
+                changes.push_back({symbol, &lot});
+        }
+        for (const Lot &lot : before)
+            if (gone.contains(lot.ID))
+                changes.push_back({symbol, nullptr, lot.ID});
+    }
+    return changes;
+}
+
+void PurchaseLots::WriteChanges()
+{
+    const std::vector<Change> changes = Changes();
+    std::vector<std::pair<Lot *, qint64>> inserted;
+    if (!changes.empty() || m_isSaved) { // else no transaction, and no sync
+        WriteGuard guard(*m_connection);
+        for (const Change &change : changes) {
+            if (!change.lot) {
+                m_connection->Execute(QStringLiteral("DELETE FROM PriceHistory WHERE ID = ?"),
+                                      change.removed);
+            } else if (change.lot->ID != 0) {
+                m_connection->Execute(QStringLiteral("UPDATE PriceHistory SET Shares = ?, "
+                                                     "PurchasePrice = ? WHERE ID = ?"),
+                                      change.lot->Shares, change.lot->PurchasePrice,
+                                      change.lot->ID);
+            } else {
+                m_connection->Execute(
                     QStringLiteral("INSERT INTO PriceHistory (Symbol, Shares, PurchasePrice, "
                                    "TransDate, Time) VALUES (?, ?, ?, ?, ?)"),
-                    symbol, lot.Shares, lot.PurchasePrice, lot.TransDate, lot.Time);
-                inserted.push_back({&lot, m_connection->LastInsertId()});
-                continue;
+                    change.symbol, change.lot->Shares, change.lot->PurchasePrice,
+                    change.lot->TransDate, change.lot->Time);
+                inserted.emplace_back(change.lot, m_connection->LastInsertId());
             }
-            const Lot *old = gone.take(lot.ID);
-            if (!old || !(*old == lot))
-                connection().Execute(QStringLiteral("UPDATE PriceHistory SET Shares = ?, "
-                                                    "PurchasePrice = ? WHERE ID = ?"),
-                                     lot.Shares, lot.PurchasePrice, lot.ID);
         }
-        for (auto id = gone.keyBegin(); id != gone.keyEnd(); ++id)
-            connection().Execute(QStringLiteral("DELETE FROM PriceHistory WHERE ID = ?"), *id);
+        if (m_isSaved)
+            ClearPendingLots(*m_connection);
+        guard.Commit();
     }
-    if (guard)
-        guard->Commit();
-    for (const Inserted &entry : inserted)
-        entry.lot->ID = entry.id;
+    for (const auto &[lot, id] : inserted)
+        lot->ID = id;
     m_stored.clear();
+    m_isSaved = false;
+}
+
+void PurchaseLots::SavePending(Connection &gConnAccount)
+{
+    std::vector<PendingLot> pending;
+    for (const Change &change : Changes()) {
+        if (change.lot)
+            pending.push_back({change.lot->ID, change.symbol, change.lot->Shares,
+                               change.lot->PurchasePrice, change.lot->TransDate, change.lot->Time});
+        else
+            pending.push_back({change.removed, change.symbol, {}, {}, {}, {}});
+    }
+    SavePendingLots(gConnAccount, pending);
+    m_isSaved = true;
 }

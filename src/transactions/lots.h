@@ -10,6 +10,7 @@
 /// Changes are pending between BeginTrans and CommitTrans: this object shows them, every reader of
 /// the file does not. CommitTrans writes what changed in one transaction, RollbackTrans gives the
 /// lots back as they were, with their IDs. Outside of a transaction a change is written at once.
+/// SavePending keeps them through a crash: Open, which reads all lots, takes up first what a run left.
 
 #include "base/currency.h"
 #include "base/single.h"
@@ -36,9 +37,10 @@ struct Lot
 class PurchaseLots
 {
 public:
-    /// Reads all open lots; the connection must outlive the object.
+    /// Takes up what is pending in the file and reads all open lots; the connection must outlive the
+    /// object.
     void Open(Connection &gConnUndo);
-    /// Drops what is pending.
+    /// Drops what is pending here; what SavePending wrote stays in the file.
     void Close();
     bool IsOpen() const { return m_connection != nullptr; }
 
@@ -63,12 +65,25 @@ public:
     void CommitTrans();
     void RollbackTrans();
     bool InTransaction() const { return m_inTransaction; }
+    /// Keeps the pending changes in the file (store/pending_changes.h) until CommitTrans writes the
+    /// lots; the rows of the posting are written in the same transaction. Before a RollbackTrans the
+    /// caller clears them. Costs a row for each changed lot.
+    void SavePending(Connection &gConnAccount);
 
 private:
     using SymbolLots = QHash<QString, std::vector<Lot>>;
 
+    /// A difference between these lots and those of the file.
+    struct Change
+    {
+        QString symbol;
+        Lot *lot = nullptr; ///< as it is to become; none: the lot goes
+        qint64 removed = 0; ///< its ID then
+    };
+
     void Read();
     void Touch(const QString &symbol);
+    std::vector<Change> Changes();
     void WriteChanges();
 
     Connection *m_connection = nullptr;
@@ -77,4 +92,5 @@ private:
     QSet<QString> m_unsorted;  ///< symbols with lots added since the last Requery
     QSet<QString> m_withEmpty; ///< symbols that may have lots of no shares
     bool m_inTransaction = false;
+    bool m_isSaved = false; ///< the file has what is pending
 };

@@ -1,5 +1,6 @@
 #include "transactions/posting.h"
 
+#include "store/pending_changes.h"
 #include "tracking/valuation.h"
 #include "transactions/cash_actions.h"
 #include "transactions/entry_validation.h"
@@ -168,9 +169,15 @@ private:
         m_guard.emplace(m_work.gConnAccount);
         PostSplit(m_work, m_entry, m_work.services.formats.NumberFromText(m_entry.NumberOfShares),
                   m_work.services.formats.NumberFromText(m_entry.PurchasePrice));
-        m_work.rows.UpdateBatch();
-        m_guard->Commit();
+        CommitWrites();
         return PostingOutcome::PostedSplit;
+    }
+
+    void CommitWrites()
+    {
+        m_work.rows.UpdateBatch();
+        SavePending(m_work);
+        m_guard->Commit();
     }
 
     PostingOutcome WriteLedgers()
@@ -186,8 +193,7 @@ private:
         const bool split = m_entry.action == Action::Split; // of a symbol that has no row
         if (!split)
             PostHistoryEntry(m_work, m_entry, m_trade.TransShares);
-        m_work.rows.UpdateBatch();
-        m_guard->Commit();
+        CommitWrites();
         m_work.rows.Requery();
         return split ? PostingOutcome::PostedSplit : PostingOutcome::Posted;
     }

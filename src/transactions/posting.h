@@ -6,8 +6,9 @@
 ///     validate  ->  make the posting before this one final  ->  walk over all position rows,
 ///     posting to the one of the symbol  ->  balance step  ->  lot  ->  History row
 ///
-/// Row, History and DailyProfitLoss reach the file in one transaction, whole or not at all; the
-/// lots stay pending until the next commit point. A rejected entry leaves everything as it was,
+/// Row, History and DailyProfitLoss reach the file in one transaction, whole or not at all, and with
+/// them lots and balance as pending changes; the lots reach their table at the next commit point. A
+/// posting that fails leaves what the one before it left pending. A rejected entry leaves everything as it was,
 /// apart from the commit of the posting before it, and PostingInProgress set.
 
 #include "transactions/entry.h"

@@ -1,5 +1,6 @@
 #include "transactions/rebuild.h"
 
+#include "store/pending_changes.h"
 #include "transactions/posting.h"
 
 namespace
@@ -51,6 +52,7 @@ void HistoryReplay::Begin()
     m_guard.emplace(m_work.gConnAccount);
     m_work.gConnAccount.Execute(QStringLiteral("DELETE FROM DailyProfitLoss"));
     m_work.gConnAccount.Execute(QStringLiteral("DELETE FROM PriceHistory"));
+    ClearPendingLots(m_work.gConnAccount);
     // Only the connection that holds the transaction can write the lots at its end.
     m_work.gRsLots.Open(m_work.gConnAccount);
     m_work.gRsLots.BeginTrans();

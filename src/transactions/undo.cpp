@@ -1,5 +1,8 @@
 #include "transactions/undo.h"
 
+#include "base/put_back.h"
+#include "store/failed_write.h"
+#include "store/pending_changes.h"
 #include "transactions/history.h"
 
 namespace
@@ -14,14 +17,13 @@ void RestoreUndoLast(PostingWork &work)
     work.totals.PriorBasisTotal = last.PriorBasisTotal;
 }
 
-/// `lotRolledBack`: the lot was still pending and is gone; what the file holds under its key is
-/// another lot of the same instant.
-void DeleteLastHistoryEntries(PostingWork &work, bool lotRolledBack)
+/// `lotIsPending`: the lot goes with the rollback; what the file holds under its key is another lot
+/// of the same instant. False, after a message, when the file refuses.
+bool DeleteLastHistoryEntries(PostingWork &work, bool lotIsPending)
 {
     const UndoRecord &last = work.undo.UndoLast;
     try {
-        WriteGuard guard(work.gConnAccount);
-        if (last.LotAdded && !lotRolledBack)
+        if (last.LotAdded && !lotIsPending)
             work.gConnAccount.Execute(
                 QStringLiteral(
                     "DELETE FROM PriceHistory WHERE Symbol = ? AND TransDate = ? AND Time = ?"),
@@ -30,20 +32,22 @@ void DeleteLastHistoryEntries(PostingWork &work, bool lotRolledBack)
             QStringLiteral("DELETE FROM History WHERE ID = ? AND Symbol = ? AND TransDate = ? "
                            "AND Time = ?"),
             last.HistoryID, last.HistorySymbol, last.HistoryTransDate, last.HistoryTime);
-        guard.Commit();
+        return true;
     } catch (const RuntimeError &error) {
         work.services.dialogs.MsgBox(
             QStringLiteral("An error has occured while undoing your last transaction!\n") +
                 ErrorLines(error),
             Box::Stop, EditorTitle());
+        return false;
     }
 }
 
 /// The day's entry that a clear or delete removed comes back with the rest of its transaction.
 void RestoreDailyProfitLoss(PostingWork &work)
 {
-    std::optional<DailyProfitLossRow> removed = std::move(work.undo.RemovedProfitLoss);
-    work.undo.RemovedProfitLoss.reset();
+    if (!work.undo.RowTransactionOpen)
+        return;
+    const auto removed = std::exchange(work.undo.RemovedProfitLoss, std::nullopt);
     if (!removed)
         return;
     work.gConnAccount.Execute(
@@ -64,12 +68,23 @@ void SaveUndoLast(PostingWork &work, const TrackerRow &row)
     last.PriorBasisTotal = work.totals.PriorBasisTotal;
 }
 
+void SavePending(PostingWork &work)
+{
+    work.gRsLots.SavePending(work.gConnAccount);
+    SavePendingBalance(work.gConnAccount, work.account.AccountBalance);
+}
+
 void CommitUndoTransaction(PostingWork &work)
 {
-    if (work.entry.RebuildMode)
-        return;
+    if (!work.entry.RebuildMode)
+        CommitPending(work);
+}
+
+void CommitPending(PostingWork &work)
+{
     if (work.undo.PostingTransactionOpen || work.undo.RowTransactionOpen)
-        work.gRsLots.CommitTrans();
+        OrFail(QStringLiteral("The lots of the last transaction"),
+               [&] { work.gRsLots.CommitTrans(); });
     if (work.undo.PostingTransactionOpen) {
         work.undo.PostingTransactionOpen = false;
         EnableUndoCommands(work.services.commands, false);
@@ -78,26 +93,14 @@ void CommitUndoTransaction(PostingWork &work)
     work.undo.RemovedProfitLoss.reset();
 }
 
-void RollbackUndoTransaction(PostingWork &work)
+namespace
 {
-    if (work.undo.RowTransactionOpen) {
-        RestoreDailyProfitLoss(work);
-        work.undo.RowTransactionOpen = false;
-    }
-    if (work.gRsLots.InTransaction())
-        work.gRsLots.RollbackTrans();
-    work.undo.PostingTransactionOpen = false;
-}
 
-bool UndoLastTransaction(PostingWork &work, const std::function<void()> &reloadDataGrid)
+/// All of it but the lots, in the transaction that is open. False, after a message, when the ledger
+/// row cannot be deleted.
+bool TakeBack(PostingWork &work, const std::function<void()> &reloadDataGrid)
 {
-    if (work.services.dialogs.MsgBox(
-            QStringLiteral("You are about to undo your last transaction. Is this OK?"),
-            Box::YesNo + Box::Question + Box::SecondDefault, EditorTitle()) != Answer::Yes)
-        return false;
-    const bool lotRolledBack = work.undo.PostingTransactionOpen;
-    WriteGuard guard(work.gConnAccount); // taken back whole, or not at all
-    RollbackUndoTransaction(work);
+    RestoreDailyProfitLoss(work);
     work.undo.UndoInProgress = true;
     UndoRecord &last = work.undo.UndoLast;
     if (!last.row.TransDate.isValid()) { // a record that never held a row
@@ -110,12 +113,50 @@ bool UndoLastTransaction(PostingWork &work, const std::function<void()> &reloadD
     PostDailyProfitLoss(work.gConnAccount, work.rows.Current(), last.row.TransDate, work.services);
     reloadDataGrid();
     work.rows.Requery();
-    DeleteLastHistoryEntries(work, lotRolledBack);
-    guard.Commit();
+    if (!DeleteLastHistoryEntries(work, work.undo.PostingTransactionOpen))
+        return false;
+    ClearPendingLots(work.gConnAccount);
+    SavePendingBalance(work.gConnAccount, work.account.AccountBalance);
+    return true;
+}
+
+bool TakeBackWhole(PostingWork &work, const std::function<void()> &reloadDataGrid)
+{
+    PutBack before(work.rows, work.totals, work.account, work.undo);
+    try {
+        WriteGuard guard(work.gConnAccount);
+        if (!TakeBack(work, reloadDataGrid))
+            return false;
+        guard.Commit();
+    } catch (const RuntimeError &error) {
+        work.services.dialogs.MsgBox(FailedWrite(QStringLiteral("The undo"), error).Text(),
+                                     Box::Exclamation, EditorTitle());
+        return false;
+    }
+    before.Keep();
+    return true;
+}
+
+} // namespace
+
+UndoOutcome UndoLastTransaction(PostingWork &work, const std::function<void()> &reloadDataGrid)
+{
+    if (work.services.dialogs.MsgBox(
+            QStringLiteral("You are about to undo your last transaction. Is this OK?"),
+            Box::YesNo + Box::Question + Box::SecondDefault, EditorTitle()) != Answer::Yes)
+        return UndoOutcome::Declined;
+    if (!TakeBackWhole(work, reloadDataGrid)) {
+        if (work.rows.OnRowsChanged)
+            work.rows.OnRowsChanged(); // shows them as they were
+        return UndoOutcome::Failed;
+    }
+    if (work.gRsLots.InTransaction())
+        work.gRsLots.RollbackTrans();
+    work.undo.PostingTransactionOpen = work.undo.RowTransactionOpen = false;
     work.gRsLots.Reload();
     EnableUndoCommands(work.services.commands, false);
     work.undo.UndoInProgress = false;
-    return true;
+    return UndoOutcome::TakenBack;
 }
 
 void EnableUndoCommands(CommandStates &commands, bool enabled)

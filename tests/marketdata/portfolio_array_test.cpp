@@ -33,6 +33,7 @@ protected:
     /// "Symbol price time" of the rows, as another program reads them from the file.
     std::vector<std::string> StoredRows()
     {
+        m_account.Rows().UpdateBatch(); // as the valuation does
         Connection file;
         file.Open(m_account.gConnAccount().Path());
         Statement select = file.Prepare(

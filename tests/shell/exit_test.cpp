@@ -211,10 +211,10 @@ TEST_F(Exit, KeepsTheEntryScreenOfARebuild)
     run.App().Launch();
     run.App().Host().Show("frmTransactionUpdate");
     run.State().entry.RebuildRunning = true;
-    run.State().accountRoutines->CloseAllScreens();
+    EXPECT_TRUE(run.State().accountRoutines->CloseAllScreens());
     EXPECT_TRUE(run.App().Host().Loaded("frmTransactionUpdate"));
     run.State().entry.RebuildRunning = false;
-    run.State().accountRoutines->CloseAllScreens();
+    EXPECT_TRUE(run.State().accountRoutines->CloseAllScreens());
     EXPECT_FALSE(run.App().Host().Loaded("frmTransactionUpdate"));
 }
 

@@ -271,7 +271,7 @@ bool TestAccount::Undo()
     m_world->dialogs.Queue(Answer::Yes);
     return Guarded([this] {
         PostingWork work = Work();
-        return UndoLastTransaction(work, [] {});
+        return UndoLastTransaction(work, [] {}) == UndoOutcome::TakenBack;
     });
 }
 

@@ -507,7 +507,7 @@ TEST_F(EntryScreen, LeavesThePriceCycleUnloadedWhenTheAccountIsClosed)
     run.App().Host().Load("frmInternetTran");
     State().priceUpdate.PriceUpdateActive = true;
     Open("ACME");
-    run.App().Routines().CloseAllScreens();
+    EXPECT_TRUE(run.App().Routines().CloseAllScreens());
     EXPECT_FALSE(Screen());
     EXPECT_FALSE(run.App().Host().Loaded("frmInternetTran"));
 }

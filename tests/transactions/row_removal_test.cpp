@@ -49,7 +49,7 @@ TEST_F(RowRemoval, AClearedRowStaysAtZeroAndItsLotsArePending)
 TEST_F(RowRemoval, ADeletedRowIsGoneAndComesBackWithTheUndo)
 {
     PostingWork work = account.Work();
-    DeleteRow(work);
+    DeleteRow(work, [] {});
     EXPECT_THROW(account.Of("ACME"), std::logic_error);
     EXPECT_TRUE(account.ProfitLoss().empty());
     account.Undo();

@@ -1,5 +1,6 @@
 #include "test_account.h"
 
+#include "store/pending_changes.h"
 #include "transactions/row_removal.h"
 #include "transactions/undo.h"
 
@@ -61,7 +62,8 @@ TEST(Undo, AsksFirstWithNoAsTheDefault)
     const std::string before = account.FileText();
     account.Queue(Answer::No);
     PostingWork work = account.Work();
-    EXPECT_FALSE(UndoLastTransaction(work, [] { FAIL() << "the rows were valued anew"; }));
+    EXPECT_EQ(UndoLastTransaction(work, [] { FAIL() << "the rows were valued anew"; }),
+              UndoOutcome::Declined);
     EXPECT_EQ(account.Boxes(), Lines{"Quillon Editor|292|You are about to undo your last "
                                      "transaction. Is this OK?"});
     EXPECT_EQ(account.FileText(), before);
@@ -199,6 +201,8 @@ TEST(Undo, ThatCannotDeleteTheLedgerRowSaysSo)
                                       "last transaction!\nError number -2147467259\n"
                                       "Description: refused");
     EXPECT_EQ(account.History().size(), 1u);
+    EXPECT_EQ(account.Of("ACME").Shares, Single::FromFloat(101)); // nor is anything else taken back
+    EXPECT_EQ(account.Lots("ACME"), "60 @ 8.0000; 40 @ 13.0000; 1 @ 10.0000");
 }
 
 TEST(CommitUndoTransaction, DoesNothingInAReplay)
@@ -211,11 +215,59 @@ TEST(CommitUndoTransaction, DoesNothingInAReplay)
     EXPECT_TRUE(account.UndoEnabled());
 }
 
-TEST(UndoPeriod, ThatEndsWithTheProgramLosesTheLotsAndKeepsTheRest)
+TEST(UndoPeriod, ThatEndsWithTheProgramLeavesTheLotsToTheNextOpening)
 {
     TestAccount account = LongAcme();
+    account.Sell("ACME", "70", "10");
     account.Buy("ACME", "1", "10");
     account.gRsLots().Close();
-    EXPECT_EQ(account.StoredLots("ACME"), "#1 60 @ 8.0000; #2 40 @ 13.0000");
-    EXPECT_EQ(account.History().size(), 1u);
+    EXPECT_EQ(account.StoredLots("ACME"), "#2 30 @ 13.0000");
+    Connection next;
+    next.Open(account.gConnAccount().Path());
+    PurchaseLots lots;
+    lots.Open(next);
+    EXPECT_EQ(lots.SharesOf("ACME"), Single::FromFloat(31));
+    EXPECT_EQ(account.StoredLots("ACME"), "#2 30 @ 13.0000; #3 1 @ 10.0000");
+}
+
+TEST(UndoPeriod, LeavesNothingPendingOnceItIsOver)
+{
+    for (const bool undone : {true, false}) {
+        TestAccount account = LongAcme();
+        account.Sell("ACME", "70", "10");
+        if (undone)
+            account.Undo();
+        else
+            account.Commit();
+        const std::string lots = account.StoredLots("ACME");
+        TakeUpPendingLots(account.gConnAccount());
+        EXPECT_EQ(account.StoredLots("ACME"), lots);
+    }
+}
+
+TEST(Undo, ThatIsRefusedLeavesEverythingAsItWasAndCanBeTriedAgain)
+{
+    TestAccount account = LongAcme().Commission("5").Balance("1000");
+    account.Sell("ACME", "70", "12");
+    account.Boxes();
+    const TrackerRow row = account.Of("ACME");
+    const std::string file = account.FileText();
+    const Currency balance = account.State().AccountBalance;
+    const PortfolioTotals totals = account.Totals();
+    account.ExecuteElsewhere("CREATE TRIGGER refuse BEFORE UPDATE ON DailyTracker "
+                             "BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    EXPECT_FALSE(account.Undo());
+    EXPECT_EQ(account.Boxes().back(), "Quillon Editor|48|The undo could not be saved: refused. "
+                                      "Nothing was changed.");
+    EXPECT_EQ(account.Of("ACME"), row);
+    EXPECT_EQ(account.Lots("ACME"), "30 @ 13.0000");
+    EXPECT_EQ(account.State().AccountBalance, balance);
+    EXPECT_EQ(account.Totals().PriorBasisTotal, totals.PriorBasisTotal);
+    EXPECT_EQ(account.FileText(), file);
+    EXPECT_TRUE(account.UndoEnabled());
+    account.ExecuteElsewhere("DROP TRIGGER refuse");
+    EXPECT_TRUE(account.Undo());
+    EXPECT_EQ(account.Of("ACME").Shares, Single::FromFloat(100));
+    EXPECT_EQ(account.Lots("ACME"), "60 @ 8.0000; 40 @ 13.0000");
+    EXPECT_TRUE(account.History().empty());
 }
