@@ -4,6 +4,7 @@
 #include "platform/widgets/data_grid.h"
 #include "platform/widgets/field_edit.h"
 #include "program/list_refresh.h"
+#include "store/failed_write.h"
 #include "transactions/undo.h"
 
 #include <QComboBox>
@@ -79,7 +80,6 @@ void frmSecurityUpdate::OnUnload()
 {
     m_unloading = true;
     DataGridAssetClass->CancelRow();
-    FinishRename();
     // What was only typed selects nothing; the grid goes to the row that was worked on last.
     m_program.selection = m_selection;
     m_program.AdodcStockHistory.Find(m_selection.CurrentSymbol);
@@ -180,20 +180,6 @@ void frmSecurityUpdate::LoadSecurityRow()
     ShowClasses();
 }
 
-void frmSecurityUpdate::FinishRename()
-{
-    if (!m_isEdit || m_trackerSymbol.isEmpty() || m_symbol != m_program.selection.CurrentSymbol)
-        return;
-    TrackerRecordset &rows = m_program.AdodcStockHistory;
-    const QString name = m_program.selection.CurrentName;
-    if (!rows.Find(m_trackerSymbol) || (m_trackerSymbol == m_symbol && rows.Current().Name == name))
-        return;
-    UpdateDailyTrackerRow(rows, m_trackerSymbol, m_symbol, name);
-    m_trackerSymbol = m_symbol;
-    m_selection = m_program.selection;
-    RefreshOpenLists(m_program);
-}
-
 /// Goes over to another security, of the list or typed in; one that nobody knows is left alone.
 void frmSecurityUpdate::EditKnownSecurity(const QString &symbol)
 {
@@ -204,7 +190,6 @@ void frmSecurityUpdate::EditKnownSecurity(const QString &symbol)
     if (!row && !isHeld)
         return;
     const QString name = isHeld ? rows.Current().Name : row->Name;
-    FinishRename();
     EditSecurityOf(symbol, name);
 }
 
@@ -235,8 +220,12 @@ void frmSecurityUpdate::RenameTo(const QString &symbol)
         return;
     SecurityWork work = Work();
     const bool wasKnown = LoadSecurityDetail(work.gConnApplControl, symbol).has_value();
-    RenameSymbol(work, m_symbol, symbol);
+    if (!Write([&] { RenameSymbol(work, m_symbol, symbol); })) {
+        txtSymbol->setText(m_symbol);
+        return;
+    }
     m_program.selection.CurrentSymbol = m_symbol = symbol;
+    FollowRow();
     LoadSymbolList();
     AdodcSecurityAssetClass.SetSymbol(symbol);
     if (wasKnown) // another account has it, with classes of its own
@@ -251,9 +240,35 @@ void frmSecurityUpdate::txtName_LostFocus()
     if (m_unloading || !m_isEdit || m_symbol.isEmpty() || name.isEmpty() || name == current)
         return;
     SecurityWork work = Work();
-    ChangeName(work, m_symbol, name);
+    if (!Write([&] { ChangeName(work, m_symbol, name); })) {
+        txtName->setText(current);
+        return;
+    }
     current = name;
+    FollowRow();
     LoadSymbolList();
+}
+
+/// False, after a box, when the change was not saved.
+bool frmSecurityUpdate::Write(const std::function<void()> &change)
+{
+    try {
+        change();
+        return true;
+    } catch (const FailedWrite &error) {
+        m_isRefused = true;
+        MsgBox(error.Text(), Box::Exclamation, EditorTitle());
+        return false;
+    }
+}
+
+/// The position row has taken the new symbol or name over.
+void frmSecurityUpdate::FollowRow()
+{
+    m_trackerSymbol = m_symbol;
+    if (m_program.AdodcStockHistory.Find(m_symbol))
+        m_selection = m_program.selection;
+    RefreshOpenLists(m_program);
 }
 
 void frmSecurityUpdate::combSymbolList_LostFocus()
@@ -267,7 +282,10 @@ void frmSecurityUpdate::combSymbolList_LostFocus()
 
 void frmSecurityUpdate::cmdOK_Click()
 {
+    m_isRefused = false;
     cmdOK->setFocus(); // the field is left first
+    if (m_isRefused)
+        return;
     try {
         if (!DataGridAssetClass->CommitRow() || !Validate())
             return;

@@ -52,8 +52,8 @@ private:
     void EditSecurityOf(const QString &symbol, const QString &name);
     /// Type, name and classes that the master list has for CurrentSymbol.
     void LoadSecurityRow();
-    /// A symbol or name that was carried through goes into the position row, too.
-    void FinishRename();
+    bool Write(const std::function<void()> &change);
+    void FollowRow();
     void EditKnownSecurity(const QString &symbol);
 
     void txtSymbol_LostFocus();
@@ -94,8 +94,9 @@ private:
     bool m_isEdit = false;
     bool EntryError = false; ///< the last check found something
     bool m_unloading = false;
+    bool m_isRefused = false; ///< the last change of a field was not saved
     QString m_symbol;        ///< of the security in the fields; empty: none yet
-    QString m_trackerSymbol; ///< what its position row is called so far
+    QString m_trackerSymbol; ///< of its position row
     SecurityFields m_detail; ///< as the master list has it
     Selection m_selection;   ///< the last one that has a position row
 };

@@ -1,5 +1,8 @@
 #include "transactions/security_master.h"
 
+#include "base/put_back.h"
+#include "store/failed_write.h"
+
 // --- the master list ----------------------------------------------------------------------------
 
 std::optional<SecurityFields> LoadSecurityDetail(Connection &gConnApplControl,
@@ -92,44 +95,129 @@ bool IsInPortfolio(const TrackerRecordset &rows, const QString &symbol, const QS
 namespace
 {
 
-/// Each statement on its own: a table that refuses keeps what it has, the others go on.
-void UpdateTables(Connection &connection, std::initializer_list<const char *> tables,
-                  const QString &assignment, const QString &value, const QString &symbol)
+/// Runs `change` on the account in one transaction; after an error the rows are as they were.
+template <class Change>
+void InAccount(SecurityWork &work, Change change)
+{
+    PutBack rows(work.rows);
+    WriteGuard guard(work.gConnAccount);
+    change();
+    guard.Commit();
+    rows.Keep();
+}
+
+/// Puts the shared file back after the account has refused. A disk that is full may refuse that as
+/// well, and leaves an entry of the list that nobody uses.
+template <class Change>
+void Try(Change change)
 {
     try {
-        WriteGuard guard(connection);
-        for (const char *table : tables) {
-            try {
-                connection.Execute(QStringLiteral("UPDATE %1 SET %2 = ? WHERE Symbol = ?")
-                                       .arg(QString::fromUtf8(table), assignment),
-                                   value, symbol);
-            } catch (const RuntimeError &) {
-            }
-        }
-        guard.Commit();
+        change();
     } catch (const RuntimeError &) {
-        // The file as a whole refuses; it is as it was.
     }
+}
+
+void MoveClasses(Connection &gConnApplControl, const QString &from, const QString &to)
+{
+    gConnApplControl.Execute(
+        QStringLiteral("UPDATE SecurityAssetClass SET Symbol = ? WHERE Symbol = ?"), to, from);
+}
+
+void RemoveDetail(Connection &gConnApplControl, const QString &symbol)
+{
+    gConnApplControl.Execute(QStringLiteral("DELETE FROM SecurityDetail WHERE Symbol = ?"), symbol);
+}
+
+/// The master row beside that of the old symbol; false when the new one is known already.
+bool AddRenamedDetail(Connection &gConnApplControl, const QString &from, const QString &to)
+{
+    WriteGuard guard(gConnApplControl);
+    const bool isAdded =
+        gConnApplControl.Execute(
+            QStringLiteral("INSERT INTO SecurityDetail (Symbol, Name, SecurityType) "
+                           "SELECT ?, Name, SecurityType FROM SecurityDetail "
+                           "WHERE Symbol = ? ON CONFLICT (Symbol) DO NOTHING"),
+            to, from) > 0;
+    MoveClasses(gConnApplControl, from, to);
+    guard.Commit();
+    return isAdded;
+}
+
+void RenameInAccount(SecurityWork &work, const QString &from, const QString &to)
+{
+    Connection &account = work.gConnAccount;
+    for (const char *table : {"History", "PriceHistory"})
+        account.Execute(
+            QStringLiteral("UPDATE %1 SET Symbol = ? WHERE Symbol = ?").arg(QLatin1String(table)),
+            to, from);
+    // A symbol that the account had before may have an entry of the same day.
+    account.Execute(
+        QStringLiteral("UPDATE OR IGNORE DailyProfitLoss SET Symbol = ? WHERE Symbol = ?"), to,
+        from);
+    account.Execute(
+        QStringLiteral("INSERT INTO DailyProfitLoss (Symbol, Name, ProfitLoss, TransDate, "
+                       "Time) SELECT ?, Name, ProfitLoss, TransDate, Time "
+                       "FROM DailyProfitLoss WHERE Symbol = ? "
+                       "ON CONFLICT (Symbol, TransDate) DO UPDATE SET "
+                       "ProfitLoss = ProfitLoss + excluded.ProfitLoss"),
+        to, from);
+    account.Execute(QStringLiteral("DELETE FROM DailyProfitLoss WHERE Symbol = ?"), from);
+    if (!work.rows.IsOpen() || !work.rows.Find(from))
+        return;
+    const QString name = work.rows.Current().Name;
+    UpdateDailyTrackerRow(work.rows, from, to, name);
 }
 
 } // namespace
 
 void RenameSymbol(SecurityWork &work, const QString &oldSymbol, const QString &newSymbol)
 {
-    const QString symbol = QStringLiteral("Symbol");
-    UpdateTables(work.gConnAccount, {"History", "DailyProfitLoss", "PriceHistory"}, symbol,
-                 newSymbol, oldSymbol);
-    UpdateTables(work.gConnApplControl, {"SecurityDetail", "SecurityAssetClass"}, symbol, newSymbol,
-                 oldSymbol);
+    Connection &shared = work.gConnApplControl;
+    OrFail(QStringLiteral("The new symbol"), [&] {
+        const bool isAdded = AddRenamedDetail(shared, oldSymbol, newSymbol);
+        try {
+            InAccount(work, [&] { RenameInAccount(work, oldSymbol, newSymbol); });
+        } catch (const RuntimeError &) {
+            Try([&] {
+                WriteGuard guard(shared);
+                if (isAdded)
+                    RemoveDetail(shared, newSymbol);
+                MoveClasses(shared, newSymbol, oldSymbol);
+                guard.Commit();
+            });
+            throw;
+        }
+        if (isAdded)
+            Try([&] { RemoveDetail(shared, oldSymbol); });
+    });
     if (work.gRsLots.IsOpen())
         work.gRsLots.Reload();
 }
 
 void ChangeName(SecurityWork &work, const QString &symbol, const QString &name)
 {
-    const QString column = QStringLiteral("Name");
-    UpdateTables(work.gConnAccount, {"History", "DailyProfitLoss"}, column, name, symbol);
-    UpdateTables(work.gConnApplControl, {"SecurityDetail"}, column, name, symbol);
+    const auto setName = [&symbol](Connection &connection, const char *table,
+                                   const QString &value) {
+        connection.Execute(
+            QStringLiteral("UPDATE %1 SET Name = ? WHERE Symbol = ?").arg(QLatin1String(table)),
+            value, symbol);
+    };
+    Connection &shared = work.gConnApplControl;
+    const std::optional<SecurityFields> before = LoadSecurityDetail(shared, symbol);
+    OrFail(QStringLiteral("The new name"), [&] {
+        setName(shared, "SecurityDetail", name);
+        try {
+            InAccount(work, [&] {
+                setName(work.gConnAccount, "History", name);
+                setName(work.gConnAccount, "DailyProfitLoss", name);
+                UpdateDailyTrackerRow(work.rows, symbol, symbol, name);
+            });
+        } catch (const RuntimeError &) {
+            if (before)
+                Try([&] { setName(shared, "SecurityDetail", before->Name); });
+            throw;
+        }
+    });
 }
 
 // --- the position row ---------------------------------------------------------------------------
@@ -151,17 +239,11 @@ bool UpdateDailyTrackerRow(TrackerRecordset &rows, const QString &oldSymbol, con
 {
     if (!rows.IsOpen() || !rows.Find(oldSymbol))
         return false;
-    const int position = rows.Position();
-    const TrackerRow before = rows.Current();
+    PutBack before(rows);
     rows.Edit().Symbol = symbol;
     rows.Edit().Name = name;
-    try {
-        rows.Requery();
-    } catch (...) {
-        rows.MoveTo(position);
-        rows.Edit() = before;
-        throw;
-    }
+    rows.Requery();
+    before.Keep();
     return rows.Find(symbol);
 }
 

@@ -3,9 +3,8 @@
 /// The master data of a security: symbol, name and type in SecurityDetail, shared by all accounts,
 /// and what repeats symbol and name in the open account.
 ///
-///     ACME becomes ACM     History, DailyProfitLoss, PriceHistory      of the open account
-///                          SecurityDetail, SecurityAssetClass          of all accounts
-///                          the DailyTracker row                        when the security is saved
+///     ACME becomes ACM     History, DailyProfitLoss, PriceHistory, DailyTracker      of the open account
+///                          SecurityDetail, SecurityAssetClass                        of all accounts
 ///
 /// Prices and balances of the past stay under the symbol they were recorded for, and so does
 /// whatever other accounts hold.
@@ -66,11 +65,13 @@ bool IsInPortfolio(const TrackerRecordset &rows, const QString &symbol, const QS
 
 // --- writing ------------------------------------------------------------------------------------
 
-/// Carries a new symbol through the five tables and reads the lots anew. Those of the account
-/// change in one transaction, the shared ones in another; a statement that fails leaves its table
-/// as it is and stops no other.
+/// Carries a new symbol through all tables, the position row with it, which becomes the current one,
+/// and reads the lots anew. The profits of a day that has entries of both symbols are added. The
+/// account has an entry in the master list at every instant; a symbol that is known there keeps its own.
+/// Throws FailedWrite when a file refuses: everything keeps the old symbol.
 void RenameSymbol(SecurityWork &work, const QString &oldSymbol, const QString &newSymbol);
-/// The new name in History, DailyProfitLoss and SecurityDetail.
+/// The new name in History, DailyProfitLoss, SecurityDetail and the position row. Throws FailedWrite
+/// when a file refuses: everything keeps the old name.
 void ChangeName(SecurityWork &work, const QString &symbol, const QString &name);
 
 /// A position row without amounts, dated now, written at once; it becomes the current row. After an
@@ -78,7 +79,7 @@ void ChangeName(SecurityWork &work, const QString &symbol, const QString &name);
 void AddDailyTrackerRow(TrackerRecordset &rows, const QString &symbol, const QString &name,
                         Clock &clock);
 /// Symbol and name into the position row that is known as `oldSymbol`, which becomes the current
-/// one; false when there is none. After an error the row is as it was.
+/// one; false when there is none. After an error the rows are as they were.
 bool UpdateDailyTrackerRow(TrackerRecordset &rows, const QString &oldSymbol, const QString &symbol,
                            const QString &name);
 

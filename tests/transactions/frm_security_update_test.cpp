@@ -594,7 +594,7 @@ TEST_F(SecurityScreen, KeepsAllDigitsOfAShareThatWasNotTouched)
 
 // --- symbol and name of an edited security ------------------------------------------------------
 
-TEST_F(SecurityScreen, RenamesASymbolInAllFiveTablesAndTheRowAtTheSave)
+TEST_F(SecurityScreen, RenamesASymbolInAllTablesAtOnce)
 {
     OpenEdit("ACME");
     Type("txtSymbol", "A'CMÉ");
@@ -603,7 +603,7 @@ TEST_F(SecurityScreen, RenamesASymbolInAllFiveTablesAndTheRowAtTheSave)
     EXPECT_EQ(Symbols(),
               QStringList({"A'CMÉ", "A'CMÉ", "A'CMÉ,ZETA", "A'CMÉ,OTHER,ZETA", "A'CMÉ,OTHER"}));
     EXPECT_EQ(CurrentSymbol(), "A'CMÉ");
-    EXPECT_EQ(TrackerRows(), AllRows);
+    EXPECT_EQ(TrackerRows(), "A'CMÉ=ACME Inc.; O'NEIL=O'NEIL Inc.; ZETA=ZETA Inc.");
     Press("cmdOK");
     EXPECT_EQ(Boxes(), QStringList());
     EXPECT_EQ(TrackerRows(), "A'CMÉ=ACME Inc.; O'NEIL=O'NEIL Inc.; ZETA=ZETA Inc.");
@@ -651,6 +651,21 @@ TEST_F(SecurityScreen, FinishesARenameWhenItIsLeftWithoutOK)
     EXPECT_EQ(TrackerRows(), "NEW=ACME Inc.; O'NEIL=O'NEIL Inc.; ZETA=ZETA Inc.");
     EXPECT_EQ(CurrentSymbol(), "NEW");
     EXPECT_EQ(Cell("NEW", "Shares"), "100.0000");
+}
+
+TEST_F(SecurityScreen, ThatCannotRenameSaysSoAndKeepsTheOldSymbol)
+{
+    OpenEdit("ACME");
+    State().databases.gConnAccount.ExecuteScript("CREATE TRIGGER Refuse BEFORE UPDATE ON History "
+                                                 "BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    Type("txtSymbol", "NEW");
+    Press("cmdOK"); // leaves the field first, and saves nothing then
+    EXPECT_EQ(Boxes(), QStringList("The new symbol could not be saved: refused. Nothing was "
+                                   "changed."));
+    EXPECT_EQ(Symbols()[0], "ACME");
+    EXPECT_EQ(TrackerRows(), AllRows);
+    EXPECT_TRUE(Screen());
+    EXPECT_EQ(CurrentSymbol(), "ACME");
 }
 
 TEST_F(SecurityScreen, GivesUpASymbolThatIsStillBeingTyped)

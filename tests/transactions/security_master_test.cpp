@@ -1,6 +1,7 @@
 #include "transactions/security_master.h"
 
 #include "platform/simulated_clock.h"
+#include "store/failed_write.h"
 #include "support/print_qt.h"
 #include "support/test_app_folder.h"
 
@@ -276,7 +277,7 @@ TEST_F(SecurityMaster, ListsEverySecurityWithASymbol)
 
 // --- symbol and name ----------------------------------------------------------------------------
 
-TEST_F(SecurityMaster, RenamesASymbolInAllFiveTables)
+TEST_F(SecurityMaster, RenamesASymbolInAllTablesAndThePositionRow)
 {
     Everywhere("ACME", "Acme Inc.");
     Everywhere("ZETA", "Zeta");
@@ -285,7 +286,9 @@ TEST_F(SecurityMaster, RenamesASymbolInAllFiveTables)
     EXPECT_EQ(Tables("ACME"), 0);
     EXPECT_EQ(Tables("ACM"), 5);
     EXPECT_EQ(Tables("ZETA"), 5);
-    EXPECT_EQ(InAccount("SELECT group_concat(Symbol) FROM DailyTracker"), "ACME,ZETA");
+    EXPECT_EQ(InAccount("SELECT group_concat(Symbol) FROM DailyTracker"), "ACM,ZETA");
+    EXPECT_EQ(rows.Current().Symbol, "ACM");
+    EXPECT_EQ(rows.Current().Name, "Acme Inc.");
 }
 
 TEST_F(SecurityMaster, RenamesSymbolsWithApostrophesAndAccents)
@@ -310,20 +313,54 @@ TEST_F(SecurityMaster, LeavesPricesAndBalancesUnderTheirSymbol)
     EXPECT_EQ(InAccount("SELECT TrackName FROM PortfolioDailyBalance"), "ACME");
 }
 
-TEST_F(SecurityMaster, KeepsTheOtherTablesGoingWhenOneRefuses)
+TEST_F(SecurityMaster, JoinsASymbolThatIsKnownFromBefore)
 {
     Everywhere("ACME", "Acme Inc.");
     // A day's entry of the new symbol is there already, and so is its master row.
-    account.Execute("INSERT INTO DailyProfitLoss (Symbol, TransDate) VALUES ('ACM', '2026-02-27')");
+    account.Execute("UPDATE DailyProfitLoss SET ProfitLoss = 50000");
+    account.Execute("INSERT INTO DailyProfitLoss (Symbol, ProfitLoss, TransDate) VALUES "
+                    "('ACM', 20000, '2026-02-27'), ('ACM', 10000, '2026-02-26')");
     control.Execute("INSERT INTO SecurityDetail VALUES ('ACM', 'Another', 'Bond')");
     SecurityWork work = Work();
     RenameSymbol(work, "ACME", "ACM");
     EXPECT_EQ(InAccount("SELECT Symbol FROM History"), "ACM");
     EXPECT_EQ(InAccount("SELECT Symbol FROM PriceHistory"), "ACM");
-    EXPECT_EQ(InAccount("SELECT COUNT(*) FROM DailyProfitLoss WHERE Symbol = 'ACME'"), "1");
+    EXPECT_EQ(InAccount("SELECT group_concat(Symbol || ProfitLoss, ' ') FROM (SELECT * FROM "
+                        "DailyProfitLoss ORDER BY TransDate)"),
+              "ACM10000 ACM70000"); // of one day, 5 + 2
     EXPECT_EQ(InControl("SELECT Symbol FROM SecurityAssetClass"), "ACM");
     EXPECT_EQ(InControl("SELECT group_concat(Symbol || SecurityType) FROM SecurityDetail"),
               "ACMEStock,ACMBond");
+}
+
+TEST_F(SecurityMaster, KeepsTheOldSymbolEverywhereWhenATableRefuses)
+{
+    for (const char *table : {"History", "DailyProfitLoss", "PriceHistory", "DailyTracker"}) {
+        const QString symbol = QString("S%1").arg(table);
+        Everywhere(symbol, "Acme Inc.");
+        account.ExecuteScript(QString("CREATE TRIGGER Refuse BEFORE UPDATE ON %1 "
+                                      "BEGIN SELECT RAISE(ABORT, 'refused'); END")
+                                  .arg(table));
+        SecurityWork work = Work();
+        try {
+            RenameSymbol(work, symbol, "ACM");
+            ADD_FAILURE() << table;
+        } catch (const FailedWrite &error) {
+            EXPECT_EQ(error.Text(),
+                      "The new symbol could not be saved: refused. Nothing was changed.");
+        }
+        if (QLatin1String(table) != QLatin1String("PriceHistory")) // which has no names
+            EXPECT_THROW(ChangeName(work, symbol, "Other"), FailedWrite);
+        account.ExecuteScript("DROP TRIGGER Refuse");
+        EXPECT_EQ(Tables(symbol), 5) << table;
+        EXPECT_EQ(Tables("ACM"), 0) << table;
+        EXPECT_EQ(LoadSecurityDetail(control, symbol)->Name, "Acme Inc.");
+        ASSERT_TRUE(rows.Find(symbol));
+        EXPECT_EQ(rows.Current().Name, "Acme Inc.");
+        EXPECT_EQ(lots.SharesOf(symbol), Single::FromFloat(100));
+        rows.UpdateBatch(); // and nothing of it is left to be written
+        EXPECT_EQ(InAccount("SELECT count(*) FROM DailyTracker WHERE Symbol = 'ACM'"), "0");
+    }
 }
 
 TEST_F(SecurityMaster, FollowsARenameWithTheLotsInMemory)
@@ -336,7 +373,7 @@ TEST_F(SecurityMaster, FollowsARenameWithTheLotsInMemory)
     EXPECT_EQ(lots.SharesOf("ACM"), Single::FromFloat(100));
 }
 
-TEST_F(SecurityMaster, ChangesTheNameInLedgerProfitAndMasterList)
+TEST_F(SecurityMaster, ChangesTheNameInLedgerProfitPositionRowAndMasterList)
 {
     Everywhere("ACME", "Acme Inc.");
     Everywhere("ZETA", "Zeta");
@@ -345,7 +382,7 @@ TEST_F(SecurityMaster, ChangesTheNameInLedgerProfitAndMasterList)
     EXPECT_EQ(InAccount("SELECT group_concat(Name) FROM History"), "L'Acmé,Zeta");
     EXPECT_EQ(InAccount("SELECT group_concat(Name) FROM DailyProfitLoss"), "L'Acmé,Zeta");
     EXPECT_EQ(InControl("SELECT group_concat(Name) FROM SecurityDetail"), "L'Acmé,Zeta");
-    EXPECT_EQ(InAccount("SELECT group_concat(Name) FROM DailyTracker"), "Acme Inc.,Zeta");
+    EXPECT_EQ(InAccount("SELECT group_concat(Name) FROM DailyTracker"), "L'Acmé,Zeta");
 }
 
 // --- saving -------------------------------------------------------------------------------------
