@@ -2,7 +2,12 @@
 
 #include "base/runtime_error.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace
 {
@@ -12,9 +17,47 @@ QString Path(const QString &section, const QString &key)
     return section + QLatin1Char('/') + key;
 }
 
+std::unique_ptr<QSettings> Opened(const QString &fileName)
+{
+    return std::make_unique<QSettings>(fileName, QSettings::IniFormat);
+}
+
+/// The file's name and six random letters: what is written beside the file before it takes its place.
+/// A word ("Quillon.ini.backup", "Quillon.ini.Backup") is the user's own, unless the file is empty.
+bool IsLeftOver(const QFileInfo &file, const QString &settingsName)
+{
+    const QString name = file.fileName();
+    const QString letters = name.mid(settingsName.size() + 1);
+    if (!name.startsWith(settingsName + QLatin1Char('.')) || letters.size() != 6 ||
+        !std::all_of(letters.begin(), letters.end(),
+                     [](QChar letter) { return letter.isLetter() && letter.unicode() < 128; }))
+        return false;
+    const bool isWord = letters.mid(1).toLower() == letters.mid(1) || letters.toUpper() == letters;
+    return !isWord || file.size() == 0;
+}
+
+/// What a program has left that died while it wrote the settings. The lock would be waited for, and
+/// the files beside the settings would become ever more.
+void RemoveLeftOvers(const QString &fileName)
+{
+    const QFileInfo settings(fileName);
+    const QString lockName = fileName + QStringLiteral(".lock");
+    QLockFile lock(lockName);
+    if (QFileInfo::exists(lockName))
+        lock.removeStaleLockFile(); // leaves one that a program holds
+    QFileInfoList leftOvers = settings.dir().entryInfoList(QDir::Files | QDir::Hidden);
+    leftOvers.removeIf(
+        [&](const QFileInfo &file) { return !IsLeftOver(file, settings.fileName()); });
+    if (leftOvers.isEmpty() || !lock.tryLock(0)) // another program may be writing just now
+        return;
+    for (const QFileInfo &file : leftOvers)
+        QFile::remove(file.filePath());
+}
+
 } // namespace
 
-SettingsStore::SettingsStore(const QString &fileName) : m_settings(fileName, QSettings::IniFormat)
+SettingsStore::SettingsStore(const QString &fileName)
+    : m_fileName(fileName), m_settings(Opened(fileName))
 {}
 
 QString SettingsStore::DefaultFileName()
@@ -26,7 +69,7 @@ QString SettingsStore::DefaultFileName()
 QString SettingsStore::GetSetting(const QString &section, const QString &key,
                                   const QString &fallback) const
 {
-    const QVariant value = m_settings.value(Path(section, key));
+    const QVariant value = m_settings->value(Path(section, key));
     if (!value.isValid())
         return fallback;
     // An unquoted comma makes a list of what a person wrote into the file by hand.
@@ -35,19 +78,33 @@ QString SettingsStore::GetSetting(const QString &section, const QString &key,
                : value.toString();
 }
 
+void SettingsStore::Expect(const QString &section, const QString &key, const QString &value)
+{
+    m_expected.insert(Path(section, key), value);
+}
+
 void SettingsStore::SaveSetting(const QString &section, const QString &key, const QString &value)
 {
-    m_settings.setValue(Path(section, key), value);
+    const QString path = Path(section, key);
+    if (const auto expected = m_expected.find(path); expected != m_expected.end()) {
+        if (*expected == value && m_settings->contains(path))
+            return;
+        *expected = value;
+    }
+    m_settings->setValue(path, value);
 }
 
 void SettingsStore::DeleteSetting(const QString &section, const QString &key)
 {
-    m_settings.remove(Path(section, key));
+    m_settings->remove(Path(section, key));
 }
 
 void SettingsStore::Load()
 {
-    Synchronize();
+    m_hasUnreadableLines = !Synchronize();
+    if (m_hasUnreadableLines && m_settings->childGroups().isEmpty())
+        throw RuntimeError(RuntimeError::InvalidArgumentNumber,
+                           QStringLiteral("Not a settings file: ") + m_fileName);
 }
 
 void SettingsStore::Flush()
@@ -55,13 +112,19 @@ void SettingsStore::Flush()
     Synchronize();
 }
 
-void SettingsStore::Synchronize()
+bool SettingsStore::Synchronize()
 {
-    m_settings.sync();
-    if (m_settings.status() == QSettings::AccessError)
+    RemoveLeftOvers(m_fileName);
+    m_settings->sync();
+    const bool isReadable = m_settings->status() != QSettings::FormatError;
+    if (!isReadable) {
+        // An error stays with its object, and would hide a later one of writing.
+        std::unique_ptr<QSettings> next = Opened(m_fileName);
+        m_settings = std::move(next);
+        m_settings->sync();
+    }
+    if (m_settings->status() == QSettings::AccessError)
         throw RuntimeError(RuntimeError::PathAccessNumber,
-                           QStringLiteral("Path/File access error: ") + m_settings.fileName());
-    if (m_settings.status() == QSettings::FormatError)
-        throw RuntimeError(RuntimeError::InvalidArgumentNumber,
-                           QStringLiteral("Not a settings file: ") + m_settings.fileName());
+                           QStringLiteral("Path/File access error: ") + m_fileName);
+    return isReadable;
 }

@@ -20,14 +20,22 @@ void OrEnd(Program &program, const QString &firstLine, Pass pass)
 
 } // namespace
 
-void LoadSettings(Program &program)
+QString LoadSettings(Program &program)
 {
+    QStringList unreadable;
     const Services &services = program.services;
     OrEnd(program, QStringLiteral("An error has occured obtaining information from the Registry "),
           [&] {
-              program.settings = LoadSettings(services.settingsStore, services.formats,
-                                              services.appPath, services.clock.Today());
+              program.settings =
+                  LoadSettings(services.settingsStore, services.formats, services.appPath,
+                               services.clock.Today(), &unreadable);
           });
+    if (services.settingsStore.HasUnreadableLines())
+        unreadable << QStringLiteral("a line of the file");
+    return unreadable.isEmpty()
+               ? QString()
+               : QStringLiteral("Settings that cannot be read have their default: %1.")
+                     .arg(unreadable.join(QLatin1String(", ")));
 }
 
 void SaveSettings(Program &program)

@@ -5,6 +5,8 @@
 
 #include "program/program.h"
 
-void LoadSettings(Program &program);
-/// Writes every key, as Settings holds them now.
+/// A line for the status bar that names the keys whose values could not be read; empty when there are
+/// none.
+QString LoadSettings(Program &program);
+/// Writes what has changed since it was read or written last.
 void SaveSettings(Program &program);

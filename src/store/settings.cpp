@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace
 {
@@ -79,11 +80,13 @@ void VisitAll(Visitor &visit, Settings &s)
     visit.Color("QSDataGridColor", s.QSDataGridColor);
 }
 
-/// Reads each key; the value the struct has is the default of a missing one.
+/// Reads each key; the value the struct has is the default of one that is missing or cannot be read.
 class Reader
 {
 public:
-    Reader(SettingsStore &store, const Formats &formats) : m_store(store), m_formats(formats) {}
+    Reader(SettingsStore &store, const Formats &formats, QStringList &unreadable)
+        : m_store(store), m_formats(formats), m_unreadable(unreadable)
+    {}
 
     void Text(const char *key, QString &value)
     {
@@ -94,47 +97,63 @@ public:
         Text(key, value);
         value = value.left(2);
     }
-    void Number(const char *key, int &value) { ReadNumber(Options, key, value); }
-    void Component(const char *key, int &value) { ReadNumber(Colors, key, value); }
+    void Number(const char *key, int &value)
+    {
+        Read(Options, key, value, [this](const QString &text) { return WholeNumber(text); });
+    }
+    void Component(const char *key, int &value)
+    {
+        Read(Colors, key, value, [this](const QString &text) {
+            const int component = WholeNumber(text);
+            if (component < 0 || component > 255)
+                throw RuntimeError::Overflow();
+            return component;
+        });
+    }
     void Color(const char *key, double &value)
     {
-        const QString text = m_store.GetSetting(Colors, QLatin1String(key), QString());
-        if (!text.isEmpty())
-            value = m_formats.NumberFromText(text);
+        Read(Colors, key, value, [this](const QString &text) {
+            const double color = m_formats.NumberFromText(text);
+            if (!(std::fabs(color) <= 0xFFFFFFFF)) // nor what is no number at all
+                throw RuntimeError::Overflow();
+            return color;
+        });
     }
     void Flag(const char *key, bool &value)
     {
-        const QString text = m_store.GetSetting(Options, QLatin1String(key), QString()).trimmed();
-        if (text.isEmpty())
-            return;
-        if (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
-            value = true;
-        else if (text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
-            value = false;
-        else
-            value = m_formats.NumberFromText(text) != 0;
+        Read(Options, key, value, [this](const QString &text) {
+            if (text.trimmed().compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
+                return true;
+            if (text.trimmed().compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
+                return false;
+            return m_formats.NumberFromText(text) != 0;
+        });
     }
     void Date(const char *key, QDate &value)
     {
-        ReadDate(m_store.GetSetting(Options, QLatin1String(key), QString()), value);
+        Read(Options, key, value, [this](const QString &text) { return DateOf(text); });
     }
     void ShiftedDate(const char *key, QDate &value)
     {
-        const QString text = m_store.GetSetting(Options, QLatin1String(key), QString());
-        ReadDate(ShiftDown(text), value);
+        Read(Options, key, value, [this](const QString &text) { return DateOf(ShiftDown(text)); });
     }
 
 private:
-    void ReadNumber(const QString &section, const char *key, int &value)
+    template <class Value, class Conversion>
+    void Read(const QString &section, const char *key, Value &value, Conversion convert)
     {
         const QString text = m_store.GetSetting(section, QLatin1String(key), QString());
-        if (!text.isEmpty())
-            value = m_formats.IntegerFromText(text).Value();
-    }
-    void ReadDate(const QString &text, QDate &value)
-    {
-        if (text.isEmpty())
+        if (text.trimmed().isEmpty())
             return;
+        try {
+            value = convert(text);
+        } catch (const RuntimeError &) {
+            m_unreadable << QLatin1String(key);
+        }
+    }
+    int WholeNumber(const QString &text) const { return m_formats.IntegerFromText(text).Value(); }
+    QDate DateOf(const QString &text) const
+    {
         std::optional<QDate> date = m_formats.DateFromText(text);
         // The user's locale may be another one than when the date was written.
         for (const QLocale::Territory written : {QLocale::UnitedStates, QLocale::UnitedKingdom})
@@ -142,17 +161,22 @@ private:
                 date = Formats(QLocale(QLocale::English, written)).DateFromText(text);
         if (!date)
             throw RuntimeError::TypeMismatch();
-        value = *date;
+        return *date;
     }
 
     SettingsStore &m_store;
     const Formats &m_formats;
+    QStringList &m_unreadable;
 };
 
+/// Hands on each key with the text that the file has for its value.
 class Writer
 {
 public:
-    Writer(SettingsStore &store, const Formats &formats) : m_store(store), m_formats(formats) {}
+    using Target =
+        std::function<void(const QString &section, const QString &key, const QString &value)>;
+    Writer(const Formats &formats, Target target) : m_formats(formats), m_target(std::move(target))
+    {}
 
     void Text(const char *key, const QString &value) { Save(Options, key, value); }
     void Drive(const char *key, const QString &value) { Save(Options, key, value.left(2)); }
@@ -177,11 +201,11 @@ public:
 private:
     void Save(const QString &section, const char *key, const QString &value)
     {
-        m_store.SaveSetting(section, QLatin1String(key), value);
+        m_target(section, QLatin1String(key), value);
     }
 
-    SettingsStore &m_store;
     const Formats &m_formats;
+    const Target m_target;
 };
 
 } // namespace
@@ -203,23 +227,34 @@ Version ProgramVersion()
 }
 
 Settings LoadSettings(SettingsStore &store, const Formats &formats, const QString &appPath,
-                      QDate today)
+                      QDate today, QStringList *unreadable)
 {
     store.Load();
     Settings settings;
     settings.LastBackup = settings.LastNotify = settings.ResetDate = settings.VerChkDt = today;
     settings.CurrentFilePath = appPath + QStringLiteral("/Sample Portfolio.mdb");
     settings.AccountName = QStringLiteral("Sample Portfolio");
-    Reader reader(store, formats);
+    QStringList keys;
+    Reader reader(store, formats, keys);
     VisitAll(reader, settings);
+    Writer expected(formats, [&](const QString &section, const QString &key, const QString &value) {
+        if (!keys.contains(key)) // the default takes the place of one that cannot be read
+            store.Expect(section, key, value);
+    });
+    VisitAll(expected, settings);
     settings.ApplVersion = ProgramVersion().Text().toInt(); // stamped anew at each start
+    if (unreadable)
+        *unreadable = keys;
     return settings;
 }
 
 void SaveSettings(SettingsStore &store, const Formats &formats, const Settings &settings)
 {
+    store.Load(); // what another program has written meanwhile
     Settings written = settings;
-    Writer writer(store, formats);
+    Writer writer(formats, [&](const QString &section, const QString &key, const QString &value) {
+        store.SaveSetting(section, key, value);
+    });
     VisitAll(writer, written);
     store.Flush();
 }

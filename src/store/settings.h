@@ -1,7 +1,7 @@
 #pragma once
 
 /// The user's preferences, which hold for all accounts. The program works on this struct alone;
-/// LoadSettings fills it at the start, SaveSettings writes all of it back in one piece.
+/// LoadSettings fills it at the start, SaveSettings writes back in one piece what has changed.
 ///
 /// Flags that are 0 or 1 in the file are whole numbers here too; dates are written in the short form
 /// of the user's locale.
@@ -13,6 +13,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 
@@ -89,10 +90,13 @@ struct Version
 };
 Version ProgramVersion();
 
-/// Reads every key, defaults for missing ones: the sample account in `appPath`, dates of today.
-/// A value that cannot be read throws RuntimeError 13.
+/// Reads every key, defaults for missing ones: the sample account in `appPath`, dates of today. A value
+/// that cannot be read, or that its key cannot have, yields the default too; its key goes into
+/// `unreadable`. Throws RuntimeError when the store itself cannot be read.
 Settings LoadSettings(SettingsStore &store, const Formats &formats, const QString &appPath,
-                      QDate today);
+                      QDate today, QStringList *unreadable = nullptr);
+/// Writes the keys that differ from what `store` loaded or saved last, and those that its file does not
+/// have: what another program changed meanwhile stays.
 void SaveSettings(SettingsStore &store, const Formats &formats, const Settings &settings);
 
 /// Between a stored colour (0xBBGGRR) and 0xRRGGBB.

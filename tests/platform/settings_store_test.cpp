@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -105,6 +106,43 @@ TEST_F(SettingsFileStore, TellsWhenItCannotWrite)
     SettingsStore store(Path());
     store.SaveSetting("Options", "AccountName", "Broker");
     EXPECT_THROW(store.Flush(), RuntimeError);
+}
+
+TEST_F(SettingsFileStore, WaitsForNoLockOfAProgramThatDied)
+{
+    Write("[Options]\nNotifyDays=3\n");
+    QFile lock(Path() + ".lock");
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.close();
+    QElapsedTimer timer;
+    timer.start();
+    SettingsStore store(Path());
+    store.Load();
+    store.SaveSetting("Options", "NotifyDays", "7");
+    store.Flush();
+    EXPECT_LT(timer.elapsed(), 10000); // Qt waits for half a minute
+    EXPECT_EQ(Stored("NotifyDays"), "7");
+    EXPECT_FALSE(QFile::exists(lock.fileName()));
+}
+
+TEST_F(SettingsFileStore, RemovesWhatAKilledWriterLeftAndNothingElse)
+{
+    Write("[Options]\nNotifyDays=3\n");
+    const QDir folder(m_folder.filePath("config"));
+    const QStringList kept = {"other.ini.QwErTy",   "settings.ini",         "settings.ini.Backup",
+                              "settings.ini.QwErT", "settings.ini.QwErTyU", "settings.ini.before"};
+    for (const QString &name : kept + QStringList{"settings.ini.QwErTy", "settings.ini.aBcdef"}) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::Append));
+        file.write("NotifyDays=5\n");
+    }
+    QFile empty(folder.filePath("settings.ini.qwerty"));
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+    empty.close();
+    SettingsStore(Path()).Load();
+    QStringList found = folder.entryList(QDir::Files);
+    found.sort();
+    EXPECT_EQ(found, kept);
 }
 
 TEST(SettingsStore, BelongsToTheUser)

@@ -178,18 +178,6 @@ TEST_F(SettingsFile, StampsThisProgramsVersionOverAnOlderOne)
     EXPECT_EQ(Load().ApplVersion, 6018);
 }
 
-TEST_F(SettingsFile, RefusesAKeyThatIsNoNumber)
-{
-    Put("Options", "NotifyDays", "often");
-    EXPECT_THROW(Load(), RuntimeError);
-}
-
-TEST_F(SettingsFile, RefusesADateThatNoCalendarHas)
-{
-    Put("Options", "LastBackup", "2/30/2026");
-    EXPECT_THROW(Load(), RuntimeError);
-}
-
 TEST_F(SettingsFile, WritesEveryKeyAndNoOther)
 {
     Save(Load());

@@ -43,33 +43,47 @@ struct BadValue
     const char *section;
     const char *key;
     const char *text;
-    int error;
 };
 const BadValue BadValues[] = {
-    {"AWordForANumber", "Options", "NotifyDays", "often", 13},
-    {"ANumberBeyond16Bits", "Options", "AverageTrans", "40000", 6},
-    {"AWordForAFlag", "Options", "ArgCascade", "perhaps", 13},
-    {"AWordForADate", "Options", "LastBackup", "yesterday", 13},
-    {"ADayThatNoCalendarHas", "Options", "ResetDate", "2/29/2027", 13},
-    {"APlainDateWhereAShiftedOneStands", "Options", "VerChkDt", "3/2/2026", 13},
-    {"AWordForAColour", "Colors", "DTDataGridColor", "red", 13},
-    {"AWordForAComponent", "Colors", "ChartBackRed", "red", 13},
+    {"AWordForANumber", "Options", "NotifyDays", "often"},
+    {"ANumberBeyond16Bits", "Options", "AverageTrans", "40000"},
+    {"AWordForAFlag", "Options", "ArgCascade", "perhaps"},
+    {"AWordForADate", "Options", "LastBackup", "yesterday"},
+    {"ADayThatNoCalendarHas", "Options", "ResetDate", "2/29/2027"},
+    {"APlainDateWhereAShiftedOneStands", "Options", "VerChkDt", "3/2/2026"},
+    {"AWordForAColour", "Colors", "DTDataGridColor", "red"},
+    {"AColourOfTooManyBits", "Colors", "DTDataGridColor", "1E300"},
+    {"AWordForAComponent", "Colors", "ChartBackRed", "red"},
+    {"AComponentBeyond255", "Colors", "ChartBackRed", "256"},
 };
 class BadSetting : public SettingsInFile, public testing::WithParamInterface<BadValue>
 {};
 
+const Formats UsFormats{QLocale(QLocale::English, QLocale::UnitedStates)};
+
 } // namespace
 
-TEST_P(BadSetting, IsAnErrorOfLoading)
+TEST_P(BadSetting, YieldsItsDefaultIsNamedAndIsReplacedByTheNextSave)
 {
     const BadValue &bad = GetParam();
+    Put("Options", "CompactDays", "17");
     Put(bad.section, bad.key, QString::fromUtf8(bad.text));
-    try {
-        Load(Formats{QLocale(QLocale::English, QLocale::UnitedStates)});
-        FAIL() << "loaded";
-    } catch (const RuntimeError &error) {
-        EXPECT_EQ(error.Number(), bad.error);
-    }
+    SettingsStore store(Path());
+    QStringList unreadable;
+    const Settings read =
+        LoadSettings(store, UsFormats, QStringLiteral("/app"), Today, &unreadable);
+    EXPECT_EQ(unreadable, QStringList(bad.key));
+    EXPECT_EQ(read.CompactDays, 17); // the others are read
+    SaveSettings(store, UsFormats, read);
+
+    SettingsStore later(Path());
+    LoadSettings(later, UsFormats, QStringLiteral("/app"), Today, &unreadable);
+    EXPECT_EQ(unreadable, QStringList());
+    QFile::remove(Path());
+    SettingsStore fresh(Path());
+    SaveSettings(fresh, UsFormats, LoadSettings(fresh, UsFormats, QStringLiteral("/app"), Today));
+    EXPECT_EQ(later.GetSetting(bad.section, bad.key, ""),
+              fresh.GetSetting(bad.section, bad.key, ""));
 }
 
 INSTANTIATE_TEST_SUITE_P(Settings, BadSetting, testing::ValuesIn(BadValues),
@@ -159,4 +173,54 @@ TEST(StoredColour, HasBlueInItsHighestByte)
     EXPECT_EQ(RgbFromStored(0), Rgb(0));
     for (const Rgb color : {0x000000u, 0x010203u, 0xFFFFFFu, 0xFF0000u})
         EXPECT_EQ(RgbFromStored(StoredFromRgb(color)), color);
+}
+
+TEST_F(SettingsInFile, ChangedByTwoProgramsHaveTheChangesOfBoth)
+{
+    SettingsStore first(Path()), second(Path());
+    Settings ours = LoadSettings(first, UsFormats, QStringLiteral("/app"), Today);
+    Settings theirs = LoadSettings(second, UsFormats, QStringLiteral("/app"), Today);
+    theirs.CompactDays = 17;
+    theirs.THDataGridColor = 255;
+    SaveSettings(second, UsFormats, theirs);
+    ours.NotifyDays = 9;
+    SaveSettings(first, UsFormats, ours);
+    theirs.LastRunDate = Today;
+    SaveSettings(second, UsFormats, theirs);
+
+    const Settings found = Load(UsFormats);
+    EXPECT_EQ(found.CompactDays, 17);
+    EXPECT_EQ(found.THDataGridColor, 255);
+    EXPECT_EQ(found.NotifyDays, 9);
+    EXPECT_EQ(found.LastRunDate, Today);
+}
+
+TEST_F(SettingsInFile, SetBackToAnEarlierValueAreWritten)
+{
+    SettingsStore store(Path());
+    Settings settings = LoadSettings(store, UsFormats, QStringLiteral("/app"), Today);
+    settings.NotifyDays = 9;
+    SaveSettings(store, UsFormats, settings);
+    settings.NotifyDays = 3;
+    SaveSettings(store, UsFormats, settings);
+    EXPECT_EQ(Load(UsFormats).NotifyDays, 3);
+}
+
+TEST_F(SettingsInFile, WithALineThatIsNoneKeepTheOthers)
+{
+    QFile file(Path());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        "[Options]\nNotifyDays=9\nno key here\nCompactDays=17\n[Colors\nDTDataGridColor=255\n");
+    file.close();
+    SettingsStore store(Path());
+    const Settings read = LoadSettings(store, UsFormats, QStringLiteral("/app"), Today);
+    EXPECT_TRUE(store.HasUnreadableLines());
+    EXPECT_EQ(read.NotifyDays, 9);
+    EXPECT_EQ(read.CompactDays, 17);
+    EXPECT_EQ(read.DTDataGridColor, 255);
+    SaveSettings(store, UsFormats, read);
+    SettingsStore later(Path());
+    EXPECT_EQ(LoadSettings(later, UsFormats, QStringLiteral("/app"), Today).CompactDays, 17);
+    EXPECT_FALSE(later.HasUnreadableLines());
 }
