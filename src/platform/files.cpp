@@ -122,7 +122,7 @@ bool Files::FileExists(const QString &path)
 }
 
 void Files::CopyFile(const QString &from, const QString &to, bool overwrite,
-                     const std::function<void(const QString &)> &check)
+                     const std::function<void(const QString &)> &check, NameSync nameSync)
 {
     QFile source(from);
     if (!source.exists())
@@ -146,6 +146,8 @@ void Files::CopyFile(const QString &from, const QString &to, bool overwrite,
     if (check)
         check(target.File().fileName());
     target.TakePlace();
+    if (nameSync == NameSync::AtOnce)
+        SyncFolderOf(to);
 }
 
 void Files::WriteFile(const QString &path, QByteArrayView content)
@@ -158,6 +160,7 @@ void Files::WriteFile(const QString &path, QByteArrayView content)
     target.Write(content);
     target.Complete();
     target.TakePlace();
+    SyncFolderOf(path);
 }
 
 void Files::Kill(const QString &path)
@@ -186,6 +189,14 @@ void Files::Sync(const QString &path)
     close(file);
     if (error != 0 && error != EINVAL && error != EROFS)
         throw FromErrno(error, path);
+}
+
+void Files::SyncFolderOf(const QString &path)
+{
+    // Behind a link the file lies in another folder.
+    const QFileInfo file(path);
+    Sync(file.isSymLink() ? QFileInfo(file.canonicalFilePath()).absolutePath()
+                          : file.absolutePath());
 }
 
 void Files::RestrictToOwner(const QString &path)

@@ -5,6 +5,7 @@
 #include "program/wait_cursor.h"
 #include "store/compaction.h"
 #include "store/conversion.h"
+#include "store/unfinished_work.h"
 #include "transactions/purge.h"
 
 namespace
@@ -54,26 +55,10 @@ void Purge(Program &program, QString &file)
                      program.services.status);
 }
 
-/// Whether the user has an account called "Temp", whose file must not be taken for a temporary one.
-bool HasAccountCalledTemp(Program &program)
-{
-    Connection control;
-    control.Open(program.services.appPath + QStringLiteral("/ApplControl.mdb"));
-    Statement row = control.Prepare(QStringLiteral(
-        "SELECT 1 FROM ApplicationTable WHERE TableName = 'Portfolio' AND Field08 = 'Temp'"));
-    return row.Step();
-}
-
-QString AccountTarget(Program &program)
-{
-    const QString &path = program.settings.CurrentFilePath;
-    return HasAccountCalledTemp(program) ? path + QStringLiteral(".new")
-                                         : TemporaryPathOf(path, program.settings.AccountName);
-}
-
 void CompactFile(Program &program, const QString &path, const QString &target)
 {
     Compaction compaction(path, target);
+    const UnfinishedWork note(program.services.appPath, {compaction.Target()});
     compaction.Write();
     Status(program, QStringLiteral("Database compacted successfully"));
     compaction.Replace();
@@ -86,7 +71,7 @@ bool PurgeAndCompact(Program &program, QString &file)
     Purge(program, file);
     if (!program.accountRoutines->CloseAllScreens())
         return false;
-    const QString target = AccountTarget(program);
+    const QString target = TemporaryPathOf(file, program.settings.AccountName);
     Status(program, QStringLiteral("Compacting %1 database...").arg(file));
     CompactFile(program, file, target);
     file = HistPricesPath(program);

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "program/preferences.h"
 #include "store/database_copy.h"
+#include "store/unfinished_work.h"
 
 #include <QFileInfo>
 
@@ -79,6 +80,8 @@ void AccountFiles::mnuFLNew_Click()
         const QString pattern = m_program.services.appPath + QStringLiteral("/Template.xxx");
         const std::optional<QString> path =
             PickNewAccount(QStringLiteral("Create new account"), [&](const QString &chosen) {
+                const UnfinishedWork note(m_program.services.appPath,
+                                          {chosen + QStringLiteral(".new")});
                 Files::CopyFile(pattern, chosen, false);
                 Files::RestrictToOwner(chosen);
             });
@@ -112,7 +115,10 @@ void AccountFiles::mnuFLSaveAs_Click()
         // belong into it.
         if (!m_program.accountRoutines->CloseAllScreens())
             return;
-        CopyDatabase(original, *path);
+        {
+            const UnfinishedWork note(m_program.services.appPath, {*path + QStringLiteral(".new")});
+            CopyDatabase(original, *path);
+        }
         GoOverTo(*path);
         SaveSettings(m_program);
         OpenDatabases(m_program.databases, m_program.settings, m_program.account,

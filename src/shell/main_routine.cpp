@@ -13,10 +13,12 @@
 #include "store/failed_write.h"
 #include "store/pending_changes.h"
 #include "store/recent_accounts.h"
+#include "store/unfinished_work.h"
 #include "tracking/daily_balances.h"
 
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -34,7 +36,8 @@ MainRoutine::MainRoutine(Program &program, frmMDIMain &window, ScreenHost &host,
 void MainRoutine::Main()
 {
     m_program.run.ClearListDateRange();
-    LoadSettings(m_program);
+    m_note = LoadSettings(m_program);
+    CleanUpUnfinishedWork();
     if (!m_program.run.AccountToOpen.isEmpty())
         m_accountFiles.GoOverTo(m_program.run.AccountToOpen);
     m_program.webAddresses = WebAddresses::Load(m_program.services.appPath);
@@ -51,6 +54,17 @@ void MainRoutine::Main()
         m_host.ShowModal(tips);
     m_isStarted = true;
     StartLogoff();
+}
+
+void MainRoutine::CleanUpUnfinishedWork()
+{
+    UnfinishedWork::CleanUp(m_program.services.appPath, [this](const QString &backup) {
+        m_program.services.dialogs.MsgBox(
+            QStringLiteral("The restore from\n%1\nwas cut off before its end: some files are those "
+                           "of the backup, others are not yet.\nPlease restore again.")
+                .arg(backup),
+            Box::Exclamation, EditorTitle());
+    });
 }
 
 /// Stops it for an account that does not ask for it.
@@ -156,8 +170,10 @@ void MainRoutine::CareForOpenAccount()
 {
     RememberAccount(m_program.services.settingsStore, m_program.settings.CurrentFilePath);
     // Behind the screens, whose own words would replace the line at once.
-    const QString line = CareForAccount(m_program.databases, m_program.services.clock.Today());
-    if (!line.isEmpty())
+    const QStringList lines = {
+        std::exchange(m_note, {}),
+        CareForAccount(m_program.databases, m_program.services.clock.Today())};
+    if (const QString line = lines.join(QLatin1Char(' ')).trimmed(); !line.isEmpty())
         m_program.services.status.Post(line);
 }
 

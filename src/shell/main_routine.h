@@ -29,6 +29,8 @@ public:
     void Unload();
 
 private:
+    /// Deletes what killed runs have left, and tells of a restore that was cut off.
+    void CleanUpUnfinishedWork();
     void ShowSplash();
     void ReadAndOpen();
     /// The open account is of a version before 5.
@@ -54,4 +56,5 @@ private:
     ScreenHost &m_host;
     AccountFiles &m_accountFiles;
     bool m_isStarted = false; ///< Main has come to its end
+    QString m_note;           ///< of the start, shown when the first account is open
 };

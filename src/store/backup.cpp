@@ -1,8 +1,10 @@
 #include "store/backup.h"
 
 #include "platform/files.h"
+#include "store/unfinished_work.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 
 namespace
@@ -36,6 +38,11 @@ bool MakeFolder(const QString &path)
     return true;
 }
 
+QString SourceFolder(const QString &source)
+{
+    return source + RestoredFolder;
+}
+
 struct RestoreStep
 {
     const char *status; ///< none: it belongs to the step before
@@ -59,6 +66,29 @@ void RequireNoneElsewhere(const AccountLock &accountLock, const QString &folder,
             accountLock.IsOpenElsewhere(path))
             throw RuntimeError(RuntimeError::PermissionDeniedNumber,
                                QStringLiteral("Permission denied, the file is in use: ") + path);
+}
+
+/// What the files are written to before they take their places.
+QStringList TemporaryFiles(const QString &folder, const QString &target)
+{
+    QStringList patterns;
+    for (const RestoreStep &step : RestoreSteps)
+        patterns << QString::fromLatin1(step.pattern);
+    QStringList paths;
+    for (const QString &name : QDir(folder).entryList(patterns, QDir::Files | QDir::Hidden))
+        paths << QStringLiteral("%1/%2.new").arg(target, name);
+    return paths;
+}
+
+/// The same of a backup, which goes through all folders.
+QStringList TemporaryFilesOfBackup(const QString &folder, const QString &target)
+{
+    const QString to = QDir(target).filePath(QFileInfo(folder).fileName());
+    QStringList paths;
+    QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (files.hasNext())
+        paths << to + files.next().mid(folder.size()) + QStringLiteral(".new");
+    return paths;
 }
 
 /// Whether there was anything to copy.
@@ -89,7 +119,7 @@ void TellNothingFound(Services &services, const QString &source)
             "A backup holds the application's folder under its own name, and is restored "
             "from the one named Quillon.\nIf the folder has another name in this backup, "
             "rename it to Quillon there and restore again.")
-            .arg(source + RestoredFolder),
+            .arg(SourceFolder(source)),
         Box::Exclamation, EditorTitle());
 }
 
@@ -149,7 +179,9 @@ bool BackUp(Services &services, const QString &target, const AfterFile &afterFil
         return false;
     }
     Status(services, QStringLiteral("Backup procedure in progress..."));
+    const UnfinishedWork note(services.appPath, TemporaryFilesOfBackup(services.appPath, target));
     CopyFolder(services.appPath, target, targetExists, afterFile);
+    Files::SyncFolderOf(QDir::cleanPath(target)); // the backup's own folder may be new
     Status(services, QStringLiteral("Backup procedure successful!"));
     return true;
 }
@@ -165,10 +197,13 @@ bool Restore(Services &services, const AccountLock &accountLock, const QString &
     if (answer == Answer::No)
         services.dialogs.MsgBox(QStringLiteral("Like name files will not be replaced..."),
                                 Box::Exclamation, EditorTitle());
+    const QString folder = SourceFolder(source);
     try {
         if (answer == Answer::Yes)
-            RequireNoneElsewhere(accountLock, source + RestoredFolder, services.appPath);
-        if (!RestoreFiles(services, source + RestoredFolder, answer == Answer::Yes, afterFile))
+            RequireNoneElsewhere(accountLock, folder, services.appPath);
+        const UnfinishedWork note(services.appPath, TemporaryFiles(folder, services.appPath),
+                                  source);
+        if (!RestoreFiles(services, folder, answer == Answer::Yes, afterFile))
             TellNothingFound(services, source);
     } catch (const RuntimeError &error) {
         if (error.Number() != RuntimeError::PermissionDeniedNumber)

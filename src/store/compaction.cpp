@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,16 +15,20 @@
 namespace
 {
 
-/// The empty file that is to be filled, with the permissions of the original from the beginning.
-void CreateLike(const QString &original, const QString &path)
+/// The empty file that is to be filled, with the permissions of the original from the beginning. False
+/// when it cannot be made; then the store says why it cannot write there.
+bool CreateLike(const QString &original, const QString &path)
 {
     struct stat known = {};
     const bool isKnown = stat(QFile::encodeName(original).constData(), &known) == 0;
     const mode_t mode = isKnown ? known.st_mode & 0777 : 0600;
     const int file = open(QFile::encodeName(path).constData(), O_CREAT | O_EXCL | O_RDWR, mode);
+    if (file < 0 && errno == EEXIST) // by another program, this very moment
+        throw RuntimeError(RuntimeError::FileExistsNumber,
+                           QStringLiteral("File already exists: ") + path);
     if (file >= 0)
         close(file);
-    // Else the store says why it cannot write there.
+    return file >= 0;
 }
 
 /// Takes hold of an open file for this connection alone, until it is closed.
@@ -47,19 +53,29 @@ void HoldAlone(Connection &database)
 } // namespace
 
 Compaction::Compaction(const QString &path, const QString &target)
-    : m_path(QFileInfo(path).canonicalFilePath()), m_target(target)
+    : m_path(QFileInfo(path).canonicalFilePath()), m_target(FreeName(target))
 {
     if (m_path.isEmpty())
         throw RuntimeError(RuntimeError::FileNotFoundNumber,
                            QStringLiteral("File not found: ") + path);
-    RemoveDatabase(m_target);
     m_original.Open(m_path);
     HoldAlone(m_original);
 }
 
+Compaction::~Compaction()
+{
+    if (!m_isOurs)
+        return;
+    try {
+        RemoveDatabase(m_target);
+    } catch (const RuntimeError &) {
+        // The disk that refused the writing may refuse this too.
+    }
+}
+
 void Compaction::Write()
 {
-    CreateLike(m_path, m_target);
+    m_isOurs = CreateLike(m_path, m_target);
     m_original.Execute(QStringLiteral("VACUUM INTO ?"), m_target);
     Files::Sync(m_target);
 }
@@ -67,6 +83,7 @@ void Compaction::Write()
 void Compaction::Replace()
 {
     Files::Name(m_target, m_path);
+    m_isOurs = false;
     Files::Sync(QFileInfo(m_path).absolutePath());
     m_original.Close();
 }

@@ -4,8 +4,9 @@
 /// then takes its place.
 ///
 ///     Compaction compaction("/home/ann/Broker.mdb", "/home/ann/Temp.mdb");
-///     compaction.Write();       Temp.mdb has all rows, and is on the disk
-///     compaction.Replace();     Broker.mdb is the new file, Temp.mdb is gone
+///     compaction.Target();      Temp.mdb, or Temp 2.mdb when the user has a file of that name
+///     compaction.Write();       it has all rows, and is on the disk
+///     compaction.Replace();     Broker.mdb is the new file, the other name is gone
 ///
 /// The original is held alone until the object goes: error 70 when another program has it open. It
 /// stays whole and in its place until the one rename of Replace, at whatever instant the program
@@ -17,11 +18,16 @@
 class Compaction
 {
 public:
-    /// A file at `target` is deleted.
+    /// No file that is there is touched: when `target` is taken, the next free name like it serves.
     Compaction(const QString &path, const QString &target);
+    /// What was written and did not take its place is deleted.
+    ~Compaction();
+    Compaction(const Compaction &) = delete;
+    Compaction &operator=(const Compaction &) = delete;
 
+    const QString &Target() const { return m_target; }
     /// What the store refuses (a full disk, a folder that is not there) is thrown with its own
-    /// description; what was written so far stays at the target.
+    /// description.
     void Write();
     void Replace();
 
@@ -29,4 +35,5 @@ private:
     QString m_path; ///< the file itself, behind any link
     QString m_target;
     Connection m_original;
+    bool m_isOurs = false; ///< the file at the target
 };

@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "store/database_copy.h"
+#include "store/unfinished_work.h"
 
 #include <QFileInfo>
 
@@ -91,6 +92,20 @@ public:
         m_new.BeginTrans();
     }
 
+    /// What did not take the old file's place goes.
+    ~NewFile()
+    {
+        m_new.Close();
+        try {
+            if (!m_isInPlace)
+                RemoveDatabase(m_path);
+        } catch (const RuntimeError &) {
+            // The disk that refused the writing may refuse this too.
+        }
+    }
+    NewFile(const NewFile &) = delete;
+    NewFile &operator=(const NewFile &) = delete;
+
     Connection &Rows() { return m_new; }
 
     void Copy(const CopiedTable &table)
@@ -116,6 +131,8 @@ public:
         RequireNoLog(m_path);
         RequireNoLog(oldFile);
         Files::Name(m_path, oldFile);
+        m_isInPlace = true;
+        Files::SyncFolderOf(oldFile);
     }
 
 private:
@@ -145,39 +162,16 @@ private:
 
     QString m_path;
     Connection m_new;
+    bool m_isInPlace = false;
 };
-
-bool IsKnownAccount(const Connection &gConnApplControl, const QString &path)
-{
-    Statement known = gConnApplControl.Prepare(QStringLiteral(
-        "SELECT 1 FROM ApplicationTable WHERE TableName = 'Portfolio' AND Field08 = ?"));
-    known.BindAll(QFileInfo(path).completeBaseName().trimmed());
-    return known.Step();
-}
-
-/// What a broken run left under the name of the new file can go; but a user may have called an
-/// account so, which is set aside: "Temp.mdb" becomes "Temp 2.mdb".
-void MakeWayFor(const QString &path, const Connection &gConnApplControl)
-{
-    if (!QFileInfo::exists(path) || !IsKnownAccount(gConnApplControl, path)) {
-        RemoveDatabase(path);
-        return;
-    }
-    const QFileInfo file(path);
-    QString aside;
-    for (int number = 2; aside.isEmpty() || QFileInfo::exists(aside); ++number)
-        aside = QStringLiteral("%1/%2 %3.mdb")
-                    .arg(file.path(), file.completeBaseName(), QString::number(number));
-    Files::Name(path, aside);
-}
 
 void RebuildApplicationDatabase(ConversionWork &work)
 {
     Services &services = work.services;
     const QString path = services.appPath + QStringLiteral("/ApplControl.mdb");
-    const QString target = services.appPath + QStringLiteral("/ApplTemp.mdb");
+    const QString target = FreeName(services.appPath + QStringLiteral("/ApplTemp.mdb"));
+    const UnfinishedWork note(services.appPath, {target});
     services.status.Post(QStringLiteral("Updating Application database to current version..."));
-    RemoveDatabase(target);
     NewFile file(services.appPath + QStringLiteral("/ApplControl.xxx"), target, path);
     // A row that is delivered with the new file and was in the old one too: the old one counts.
     file.Rows().Execute(QStringLiteral(
@@ -243,9 +237,9 @@ void ConvertAccountDatabase(ConversionWork &work)
         QStringLiteral("A critical error has occured on account database convertion logic."), [&] {
             Services &services = work.services;
             const QString path = work.settings.CurrentFilePath;
-            const QString target = TemporaryPathOf(path, work.settings.AccountName);
+            const QString target = FreeName(TemporaryPathOf(path, work.settings.AccountName));
+            const UnfinishedWork note(services.appPath, {target});
             services.status.Post(QStringLiteral("Updating account database to current version..."));
-            MakeWayFor(target, work.databases.gConnApplControl);
             NewFile file(services.appPath + QStringLiteral("/Template.xxx"), target, path);
             for (const CopiedTable &table : AccountTables)
                 file.Copy(table);

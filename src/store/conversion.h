@@ -8,7 +8,7 @@
 ///                       Template.xxx, the types into SecurityDetail
 ///
 /// Each new file is built beside the old one (ApplTemp.mdb; the account's path with its name
-/// replaced by "Temp") and renamed over it when it is complete. After a crash at any instant the
+/// replaced by "Temp"; another name when a file has that one) and renamed over it when it is complete. After a crash at any instant the
 /// old or the new file is there, and the next opening finishes what was begun.
 ///
 /// A failure is shown with the words of the routine in which it happened and ends the program; the

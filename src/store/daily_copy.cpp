@@ -1,6 +1,7 @@
 #include "store/daily_copy.h"
 
 #include "base/runtime_error.h"
+#include "platform/files.h"
 #include "store/database_copy.h"
 
 #include <QDir>
@@ -55,6 +56,15 @@ void RemoveOldCopies(const QDir &folder, QDate today)
     }
 }
 
+/// Of a run that was killed. The account is ours alone, and so are its copies.
+void RemoveUnfinishedCopies(const QDir &folder)
+{
+    const QString ending = QStringLiteral(".new");
+    for (const QString &name : folder.entryList(QDir::Files | QDir::NoSymLinks))
+        if (name.endsWith(ending) && DayOf(name.chopped(ending.size())).isValid())
+            RemoveDatabase(folder.filePath(name));
+}
+
 } // namespace
 
 QString DailyCopyFolder(const QString &accountPath)
@@ -80,7 +90,9 @@ void MakeDailyCopy(Connection &account, QDate today)
                                QStringLiteral("Path/File access error: ") + folder.path());
         QFile::setPermissions(folder.path(),
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        Files::SyncFolderOf(folder.path());
     }
+    RemoveUnfinishedCopies(folder);
     CopyDatabase(account, copy);
     RemoveOldCopies(folder, today);
 }

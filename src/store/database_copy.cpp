@@ -10,6 +10,8 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace
@@ -77,11 +79,39 @@ void CopyDatabase(const Connection &from, const QString &to)
         CreatePrivateFile(beside);
         WriteCopy(from, beside);
         Files::Name(beside, to);
+        Files::SyncFolderOf(to);
     } catch (...) {
         QFile::remove(beside);
         QFile::remove(beside + QStringLiteral("-journal"));
         throw;
     }
+}
+
+namespace
+{
+
+bool IsTaken(const QString &path)
+{
+    const auto isThere = [](const QString &name) {
+        const QFileInfo file(name);
+        return file.exists() || file.isSymLink();
+    };
+    return isThere(path) ||
+           std::any_of(std::begin(LogSuffixes), std::end(LogSuffixes),
+                       [&](const char *suffix) { return isThere(path + QLatin1String(suffix)); });
+}
+
+} // namespace
+
+QString FreeName(const QString &path)
+{
+    const QFileInfo file(path);
+    QString name = path;
+    for (int number = 2; IsTaken(name); ++number)
+        name =
+            QStringLiteral("%1/%2 %3.%4")
+                .arg(file.path(), file.completeBaseName(), QString::number(number), file.suffix());
+    return name;
 }
 
 void RemoveDatabase(const QString &path)

@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "store/connection.h"
+#include "store/unfinished_work.h"
 
 #include <QDir>
 #include <QFile>
@@ -135,6 +136,7 @@ void RequireTarget(const QString &path)
         DropLogs(path);
 }
 
+/// The names in the folder of `to` are synced by the caller.
 void CopyOne(const QString &from, const QString &to, bool overwrite)
 {
     const bool exists = QFileInfo::exists(to);
@@ -144,7 +146,7 @@ void CopyOne(const QString &from, const QString &to, bool overwrite)
     const bool isDatabase = IsDatabaseOfOurs(from);
     if (isDatabase)
         RequireSource(from);
-    Files::CopyFile(from, to, overwrite, [&](const QString &copy) {
+    const auto check = [&](const QString &copy) {
         if (isDatabase) {
             DropLogs(copy); // of another kind of copy, under the same name, that was broken off
             RequireSound(copy);
@@ -154,24 +156,42 @@ void CopyOne(const QString &from, const QString &to, bool overwrite)
         // Last of all: until the copy is whole, what is there stays untouched.
         if (exists && IsDatabaseOfOurs(to))
             RequireTarget(to);
-    });
+    };
+    Files::CopyFile(from, to, overwrite, check, Files::NameSync::ByCaller);
 }
 
 /// What stands for a program at work on a database and not for its rows: the lock, and the logs,
 /// which are brought home before their database is copied.
+bool IsTemporary(const QString &path);
+
 bool IsOfARun(const QString &path)
 {
     for (const char *suffix : {".lock", "-wal", "-shm", "-journal"})
         if (path.endsWith(QLatin1String(suffix)))
-            return IsDatabaseOfOurs(path.chopped(qsizetype(qstrlen(suffix))));
+            return IsDatabaseOfOurs(path.chopped(qsizetype(qstrlen(suffix)))) ||
+                   IsTemporary(path.chopped(qsizetype(qstrlen(suffix))));
     return false;
+}
+
+/// What will have another name when it is complete, of a run that is at work or was killed.
+bool IsTemporary(const QString &path)
+{
+    const QFileInfo file(path);
+    if (file.fileName() == QLatin1String("ApplTemp.mdb") ||
+        file.fileName() == QLatin1String("TempHistPrices.mdb"))
+        return true;
+    const QString beside = path.chopped(4);
+    return path.endsWith(QLatin1String(".new")) &&
+           (beside.endsWith(QLatin1String(".mdb")) || QFileInfo::exists(beside));
 }
 
 class FolderCopier
 {
 public:
-    FolderCopier(const QString &target, bool overwrite, const AfterFile &afterFile)
-        : m_target(QFileInfo(target).canonicalFilePath()), m_overwrite(overwrite),
+    FolderCopier(const QString &folder, const QString &target, bool overwrite,
+                 const AfterFile &afterFile)
+        : m_target(QFileInfo(target).canonicalFilePath()),
+          m_unfinished(UnfinishedWork::Files(folder)), m_overwrite(overwrite),
           m_afterFile(afterFile)
     {}
 
@@ -180,6 +200,7 @@ public:
         const QString real = QFileInfo(from).canonicalFilePath();
         if (real == m_target || m_above.contains(real)) // a link may lead back up
             return;
+        const bool isNew = !QFileInfo::exists(to);
         if (!QDir().mkpath(to))
             throw RuntimeError(RuntimeError::PathAccessNumber,
                                QStringLiteral("Path/File access error: ") + to);
@@ -193,14 +214,21 @@ public:
             const QString target = to + QLatin1Char('/') + entry.fileName();
             if (entry.isDir())
                 Copy(entry.filePath(), target);
-            else if (entry.isFile() && !IsOfARun(entry.filePath()))
+            else if (entry.isFile() && !IsLeftOut(entry.filePath()))
                 CopyFile(entry.filePath(), target);
         }
+        Files::Sync(to);
+        if (isNew)
+            Files::SyncFolderOf(to);
         m_above.removeLast();
     }
     const QStringList &Damages() const { return m_damages; }
 
 private:
+    bool IsLeftOut(const QString &path) const
+    {
+        return IsOfARun(path) || IsTemporary(path) || m_unfinished.contains(path);
+    }
     void CopyFile(const QString &from, const QString &to)
     {
         try {
@@ -214,6 +242,7 @@ private:
     }
 
     QString m_target;
+    QStringList m_unfinished;
     bool m_overwrite;
     const AfterFile &m_afterFile;
     QStringList m_above; ///< the folders that are being copied
@@ -225,7 +254,7 @@ private:
 void CopyFolder(const QString &folder, const QString &target, bool overwrite,
                 const AfterFile &afterFile)
 {
-    FolderCopier copier(target, overwrite, afterFile);
+    FolderCopier copier(folder, target, overwrite, afterFile);
     copier.Copy(folder, QDir(target).filePath(QFileInfo(folder).fileName()));
     if (!copier.Damages().isEmpty())
         throw RuntimeError::Store(copier.Damages().join(QLatin1Char('\n')));
@@ -252,5 +281,6 @@ int CopyMatching(const QString &folder, const QString &pattern, const QString &t
         }
         afterFile();
     }
+    Files::Sync(target);
     return copied;
 }

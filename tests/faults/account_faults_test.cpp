@@ -236,6 +236,27 @@ TEST_P(AccountFault, FileInUseIsToldOrNoObstacle)
     }
 }
 
+TEST_P(AccountFault, AKilledProgramLeavesNothingBehindAtTheNextStart)
+{
+    constexpr Operation nothing = {"Start", [](ShellRun &, const FaultyWorld &) {}, "app", ""};
+    constexpr int runs = 8;
+    int toldOfRestore = 0;
+    for (int run = 0; run < runs && !HasFailure(); ++run) {
+        const long change = 1 + run * (m_expected.changes - 1) / (runs - 1);
+        SCOPED_TRACE("change " + std::to_string(change));
+        FaultyWorld world;
+        EXPECT_TRUE(world.Run(GetParam(), [change] { DieAtChange(change); }).wasKilled);
+        const RunEnd end = world.Run(nothing);
+        EXPECT_EQ(world.LeftOvers(), QStringList());
+        EXPECT_EQ(QDir(world.folder.Path()).entryList({"unfinished-*"}), QStringList());
+        toldOfRestore += end.Told("was cut off before its end");
+    }
+    if (std::string(GetParam().name) == "Restore")
+        EXPECT_GT(toldOfRestore, 0);
+    else
+        EXPECT_EQ(toldOfRestore, 0);
+}
+
 TEST_P(AccountFault, KillAtAnyChangeOfTheDiskLosesNothing)
 {
     constexpr int runs = 6;

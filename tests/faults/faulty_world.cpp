@@ -258,7 +258,7 @@ QStringList FaultyWorld::LeftOvers() const
     // The last is what the file classes put behind a name while they write. Not the lock: it is the
     // mark of an unclean end, and goes with the next opening of its account.
     static const QRegularExpression ofAProgramAtWork(QStringLiteral(
-        "/Temp\\.mdb|TempHistPrices|ApplTemp|-wal$|-shm$|-journal$|\\.new$|\\.\\w{6}$"));
+        "/Temp( \\d+)?\\.mdb|TempHistPrices|ApplTemp|-wal$|-shm$|-journal$|\\.new$|\\.\\w{6}$"));
     QStringList found = Files().filter(ofAProgramAtWork);
     found.removeIf(
         [](const QString &name) { return name.contains(QLatin1String("settings.ini")); });

@@ -376,14 +376,15 @@ TEST_F(Compacting, FromTheMenuPurgesCompactsAndOpensTheAccountAgain)
 
 TEST_F(Compacting, ThatFailsSaysWhyAndLeavesTheProgramRunning)
 {
-    QDir(folder.Path()).mkpath("Temp.mdb/in the way"); // where the new file should go
+    // The name of the account is that of its folder too: the new file would go into "Temp".
+    const QString path = folder.AddAccount("Broker/Broker.mdb");
+    run.SetOption("CurrentFilePath", path).SetOption("AccountName", "Broker");
     run.SetOption("LastBackup", "3/2/2026");
     run.App().Launch();
     run.Choose("mnuFLCompactDBA");
     ASSERT_EQ(run.boxes.boxes.size(), 1U);
-    EXPECT_TRUE(
-        run.boxes.boxes[0].text.startsWith("An error has occured while compacting the database\n" +
-                                           folder.SampleAccount() + "\nError number "))
+    EXPECT_TRUE(run.boxes.boxes[0].text.startsWith(
+        "An error has occured while compacting the database\n" + path + "\nError number "))
         << qPrintable(run.boxes.boxes[0].text);
     EXPECT_EQ(run.boxes.boxes[0].title, "MDI Editor");
     EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::Stop);
@@ -393,12 +394,10 @@ TEST_F(Compacting, ThatFailsSaysWhyAndLeavesTheProgramRunning)
 
 TEST_F(Compacting, NeverTakesTheUsersAccountCalledTempForATemporaryFile)
 {
-    const QString temp = folder.AddAccount("Temp.mdb");
+    const QString temp = folder.AddAccount("Temp.mdb"); // of a stick, never opened here
     folder.Execute(temp, "INSERT INTO History (Symbol) VALUES ('KEPT')");
     run.SetOption("LastBackup", "3/2/2026");
     run.App().Launch();
-    run.State().databases.gConnApplControl.ExecuteScript(
-        "INSERT INTO ApplicationTable (TableName, Field08) VALUES ('Portfolio', 'Temp')");
     run.Choose("mnuFLCompactDBA");
     EXPECT_EQ(run.boxes.Texts(), QStringList());
     EXPECT_EQ(folder.Value(temp, "SELECT Symbol FROM History"), "KEPT");

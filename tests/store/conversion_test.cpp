@@ -315,31 +315,23 @@ INSTANTIATE_TEST_SUITE_P(
 
 // --- what is in the way --------------------------------------------------------------------------
 
-TEST_F(Conversion, ClearsAwayWhatABrokenRunLeft)
+TEST_F(Conversion, TouchesNoFileThatHasTheNameOfItsTargets)
 {
     MakeControlFileOld(m_folder);
     const std::string before = RowsOf(m_path);
-    m_folder.AddFile("Temp.mdb", "half a file");
-    m_folder.AddFile("Temp.mdb-wal", "and its log");
-    m_folder.AddFile("ApplTemp.mdb", AccountFile::EmptyAccount());
-    m_folder.AddFile("ApplTemp.mdb-journal", "of that");
+    const QString temp = m_folder.AddAccount("Temp.mdb"); // never opened here
+    m_folder.Execute(temp, "INSERT INTO PriceHistory (Symbol, Shares) VALUES ('MINE', 3)");
+    m_folder.AddFile("Temp 2.mdb", "taken");
+    m_folder.AddFile("ApplTemp.mdb", "the user's");
     Convert();
     CloseDatabases(m_databases);
     EXPECT_EQ(RowsOf(m_path), before);
-    EXPECT_EQ(Listing(), AllFiles);
-}
-
-TEST_F(Conversion, SetsAnAccountAsideThatTheUserCalledTemp)
-{
-    const QString temp = m_folder.AddAccount("Temp.mdb");
-    m_folder.Execute(temp, "INSERT INTO PriceHistory (Symbol, Shares) VALUES ('MINE', 3)");
-    m_folder.AddFile("Temp 2.mdb", "taken");
-    OpenAccount(temp); // so that it is known here
-    Convert();
-    CloseDatabases(m_databases);
     EXPECT_FALSE(HasOldLayout(m_path));
-    EXPECT_EQ(Dump(m_folder.File("Temp 3.mdb"), "SELECT Symbol, Shares FROM PriceHistory"),
-              "MINE|3.0\n");
+    EXPECT_EQ(Dump(temp, "SELECT Symbol, Shares FROM PriceHistory"), "MINE|3.0\n");
+    EXPECT_EQ(AccountFile::Bytes(m_folder.File("Temp 2.mdb")), "taken");
+    EXPECT_EQ(AccountFile::Bytes(m_folder.File("ApplTemp.mdb")), "the user's");
+    EXPECT_FALSE(QFile::exists(m_folder.File("Temp 3.mdb")));
+    EXPECT_FALSE(QFile::exists(m_folder.File("ApplTemp 2.mdb")));
 }
 
 TEST_F(Conversion, ConvertsAnAccountThatIsItselfCalledTemp)

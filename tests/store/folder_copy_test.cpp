@@ -6,6 +6,7 @@
 
 #include "store/backup.h"
 #include "store/connection.h"
+#include "store/unfinished_work.h"
 
 #include <gtest/gtest.h>
 
@@ -201,6 +202,21 @@ TEST_F(ABackup, LeavesLocksOut)
     AccountFile::Write(App("Broker.mdb.lock"), "");
     EXPECT_TRUE(Backup());
     EXPECT_FALSE(QFileInfo::exists(Copied("Broker.mdb.lock")));
+}
+
+TEST_F(ABackup, LeavesTemporaryFilesOut)
+{
+    for (const char *name : {"Copy.mdb.new", "Copy.mdb.new-journal", "Picture.bmp.new",
+                             "TempHistPrices.mdb", "ApplTemp.mdb", "Temp 2.mdb"})
+        AccountFile::Write(App(name), "half");
+    AccountFile::Write(App("Ideas.new"), "the user's own"); // beside no "Ideas"
+    const UnfinishedWork note(machine.services.appPath, {App("Temp 2.mdb")});
+    EXPECT_TRUE(Backup());
+    const QStringList copied = QDir(Copied("")).entryList(QDir::Files);
+    EXPECT_EQ(copied.filter("Temp").join(' '), "Template.xxx");
+    EXPECT_EQ(copied.filter(".new").join(' '), "Ideas.new");
+    EXPECT_EQ(copied.filter("unfinished").join(' '), "");
+    EXPECT_TRUE(copied.contains("Picture.bmp"));
 }
 
 TEST_F(ABackup, NeverPutsADamagedDatabaseOverAGoodOneAndCopiesTheRest)
