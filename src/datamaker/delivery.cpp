@@ -13,7 +13,7 @@ const QStringList &DeliveredFiles()
         QStringLiteral("Template.xxx"),         QStringLiteral("ApplControl.xxx"),
         QStringLiteral("HistPrices.xxx"),       QStringLiteral("WebSites.mdb"),
         QStringLiteral("ApplControl.mdb"),      QStringLiteral("HistPrices.mdb"),
-        QStringLiteral("Sample Portfolio.mdb"),
+        QStringLiteral("Sample Portfolio.mdb"), QStringLiteral("WebSites.xxx"),
     };
     return files;
 }
@@ -41,6 +41,7 @@ void MakeDeliveredFiles(const QString &dataFolder, const QString &targetFolder, 
     create("HistPrices.xxx", "schema/hist_prices.sql");
     create("WebSites.mdb", "schema/web_sites.sql");
     AddQuoteSites(made("WebSites.mdb"), source("quote_sites.json"));
+    Files::CopyFile(made("WebSites.mdb"), made("WebSites.xxx"), false);
 
     Files::CopyFile(made("ApplControl.xxx"), made("ApplControl.mdb"), false);
     AddSampleSecurities(made("ApplControl.mdb"), plan, classes);

@@ -3,8 +3,12 @@
 #include "platform/files.h"
 #include "store/failed_write.h"
 #include "store/pending_changes.h"
+#include "store/shared_file_repair.h"
 
+#include <QFile>
 #include <QFileInfo>
+
+#include <sys/stat.h>
 
 namespace
 {
@@ -24,11 +28,15 @@ void TakeUpTheLastRun(Connection &account)
 
 /// Runs one step of opening; its failure is shown and ends the program.
 template <class Step>
-void OrEnd(Services &services, const QString &firstLine, Step step)
+void OrEnd(Services &services, const QString &firstLine, const SharedFile &file,
+           Connection &connection, Step step)
 {
     try {
         step();
     } catch (const RuntimeError &error) {
+        connection.Close(); // a damaged file may have been opened
+        if (OfferRepair(services, file, error))
+            return OrEnd(services, firstLine, file, connection, step);
         services.dialogs.MsgBox(firstLine + QStringLiteral("\nPlease restore from backup.\n") +
                                     ErrorLines(error),
                                 Box::Stop, EditorTitle());
@@ -46,8 +54,10 @@ void OpenAccountFile(Databases &databases, const QString &path)
 {
     const bool isReopening = databases.accountLock.Holds(path);
     // A log beside the file is what a program leaves that dies in the middle of its work.
-    const bool hasLog = QFileInfo(path + QStringLiteral("-wal")).size() > 0;
+    const bool hasLog = QFileInfo(path + QStringLiteral("-wal")).size() > 0 ||
+                        QFileInfo(path + QStringLiteral("-journal")).size() > 0;
     const AccountLock::Outcome lock = databases.accountLock.Acquire(path);
+    databases.accountUnguarded = lock == AccountLock::Outcome::Unguarded;
     databases.accountOpenElsewhere = lock == AccountLock::Outcome::OpenElsewhere;
     if (databases.accountOpenElsewhere)
         throw RuntimeError(RuntimeError::PermissionDeniedNumber,
@@ -63,6 +73,9 @@ void OpenAccountFile(Databases &databases, const QString &path)
         databases.accountLock.Release();
         throw;
     }
+    struct stat file;
+    databases.accountHasOtherNames =
+        stat(QFile::encodeName(path).constData(), &file) == 0 && file.st_nlink > 1;
     databases.accountLeftOpen = !isReopening && (hasLog || lock == AccountLock::Outcome::TakenOver);
 }
 
@@ -78,29 +91,30 @@ void OpenDatabases(Databases &databases, Settings &settings, AccountState &accou
         databases.accountError = error; // shown when the control rows are read
     }
 
+    const SharedFile webSites = SharedFileOf(services, QStringLiteral("WebSites"));
     OrEnd(
         services,
         QStringLiteral("An error has occured connecting to the websites database (WebSites.mdb)."),
-        [&] {
-            databases.gConnWebSites.Open(services.appPath + QStringLiteral("/WebSites.mdb"));
+        webSites, databases.gConnWebSites, [&] {
+            databases.gConnWebSites.Open(webSites.path);
             LoadWebParameters(databases, settings, account, services);
         });
+    const SharedFile control = SharedFileOf(services, QStringLiteral("ApplControl"));
     OrEnd(services,
           QStringLiteral("An error has occured connecting to this application control database "
                          "(ApplControl.mdb)."),
-          [&] {
-              const QString path = services.appPath + QStringLiteral("/ApplControl.mdb");
-              CopyTemplateWhenMissing(path, services.appPath + QStringLiteral("/ApplControl.xxx"));
-              databases.gConnApplControl.Open(path);
+          control, databases.gConnApplControl, [&] {
+              CopyTemplateWhenMissing(control.path, control.pattern);
+              databases.gConnApplControl.Open(control.path);
               LoadApplicationTable(databases, settings.AccountName, services.clock.Today());
           });
+    const SharedFile prices = SharedFileOf(services, QStringLiteral("HistPrices"));
     OrEnd(services,
           QStringLiteral("An error has occured connecting to the Historical Price database "
                          "(HistPrice.mdb)."),
-          [&] {
-              const QString path = services.appPath + QStringLiteral("/HistPrices.mdb");
-              CopyTemplateWhenMissing(path, services.appPath + QStringLiteral("/HistPrices.xxx"));
-              databases.gConnHistPrices.Open(path);
+          prices, databases.gConnHistPrices, [&] {
+              CopyTemplateWhenMissing(prices.path, prices.pattern);
+              databases.gConnHistPrices.Open(prices.path);
           });
 }
 

@@ -23,6 +23,8 @@ struct Databases
     AccountLock accountLock;
     bool accountOpenElsewhere = false; ///< another program works on it: accountError says so
     bool accountLeftOpen = false;      ///< it was not closed properly, and is not checked yet
+    bool accountUnguarded = false; ///< its folder has no locks: nothing keeps other programs away
+    bool accountHasOtherNames = false; ///< hard links lead to its file
     Connection gConnAccount;
     Connection gConnUndo;
     Connection gConnWebSites;
@@ -35,7 +37,8 @@ struct Databases
 };
 
 /// Opens the five connections; makes ApplControl.mdb and HistPrices.mdb from their templates when
-/// they are missing. A shared file that cannot be opened ends the program after a message. The
+/// they are missing. A shared file that cannot be opened can be replaced (shared_file_repair.h), or it ends
+/// the program after a message. The
 /// account is locked against other programs, and its file becomes the user's alone (mode 0600).
 void OpenDatabases(Databases &databases, Settings &settings, AccountState &account,
                    Services &services);

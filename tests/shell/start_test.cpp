@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+
 #include <QFile>
 #include <QLineEdit>
 
@@ -135,16 +137,31 @@ TEST_F(Start, RunsTheIdleLogoffOnlyForAnAccountThatAsksForIt)
 
 TEST_F(Start, EndsWithAMessageWhenTheSettingsCannotBeRead)
 {
-    run.SetOption("NotifyDays", "often");
+    folder.AddFile("settings.ini", "no settings at all\n");
+    run.Renew();
     EXPECT_FALSE(run.App().Launch());
     ASSERT_EQ(run.boxes.boxes.size(), 1u);
     EXPECT_EQ(run.boxes.boxes[0].text,
               "An error has occured obtaining information from the Registry \n"
               "the application will be terminated\n"
-              "Error number 13\nDescription: Type mismatch");
+              "Error number 5\nDescription: Not a settings file: " +
+                  folder.SettingsFile());
     EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::Stop);
     EXPECT_EQ(run.boxes.boxes[0].title, "Quillon Editor");
     EXPECT_TRUE(run.App().Ended());
+}
+
+TEST_F(Start, NamesSettingsThatCannotBeReadInTheStatusBar)
+{
+    run.SetOption("NotifyDays", "often").Set("Colors", "ChartBackRed", "256");
+    run.SetOption("DailyTracker", "0").SetOption("WebPriceUpdate", "0");
+    EXPECT_TRUE(run.App().Launch());
+    EXPECT_EQ(run.boxes.Texts(), QStringList());
+    EXPECT_EQ(run.Panel(1), "Settings that cannot be read have their default: NotifyDays, "
+                            "ChartBackRed.");
+    EXPECT_EQ(run.State().settings.NotifyDays, 3);
+    run.App().Exit();
+    EXPECT_EQ(run.SavedOption("NotifyDays"), "3");
 }
 
 TEST_F(Start, CountsADayOfUseOnceADay)
@@ -152,6 +169,70 @@ TEST_F(Start, CountsADayOfUseOnceADay)
     run.GiveBalance(folder.SampleAccount(), "2026-03-02", 4);
     run.App().Launch();
     EXPECT_EQ(run.State().account.ElapsedDays.Value(), 4);
+}
+
+// --- a shared file that does not open -------------------------------------------------------------
+
+class DamagedSharedFile : public Start
+{
+protected:
+    DamagedSharedFile() { run.SetOption("DailyTracker", "0").SetOption("WebPriceUpdate", "0"); }
+    QByteArray Bytes(const char *name) const
+    {
+        QFile file(folder.File(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(not there)");
+    }
+};
+
+TEST_F(DamagedSharedFile, IsReplacedByAFreshOneFromTheTemplate)
+{
+    folder.AddFile("HistPrices.mdb", "no database");
+    run.boxes.Prepare("No: begin with a fresh one from the template", Answer::No);
+    EXPECT_TRUE(run.App().Launch());
+    ASSERT_EQ(run.boxes.boxes.size(), 1u);
+    EXPECT_TRUE(run.boxes.boxes[0].text.startsWith("Quillon cannot open the file\n" +
+                                                   folder.File("HistPrices.mdb") +
+                                                   "\nThe file is damaged. ("))
+        << qPrintable(run.boxes.boxes[0].text);
+    EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::YesNoCancel + Box::Exclamation);
+    EXPECT_TRUE(run.State().databases.gConnHistPrices.IsOpen());
+    EXPECT_EQ(Bytes("HistPrices damaged.mdb"), "no database");
+}
+
+TEST_F(DamagedSharedFile, IsBroughtBackFromABackup)
+{
+    const QString backup = folder.File("stick/Quillon Backup/Quillon");
+    QDir().mkpath(backup);
+    QFile::copy(folder.File("ApplControl.xxx"), backup + "/ApplControl.mdb");
+    folder.Execute(backup + "/ApplControl.mdb",
+                   "INSERT INTO SecurityDetail (Symbol) VALUES ('KEPT')");
+    folder.AddFile("ApplControl.mdb", "no database");
+    QDir().mkpath(folder.File("empty"));
+    run.boxes.Prepare("Yes: bring the file back from a backup", Answer::Yes);
+    run.boxes.Prepare("Yes: bring the file back from a backup", Answer::Yes);
+    run.boxes.files = {folder.File("empty"), folder.File("stick")};
+    EXPECT_TRUE(run.App().Launch());
+    ASSERT_EQ(run.boxes.boxes.size(), 3u);
+    EXPECT_EQ(run.boxes.boxes[1].text,
+              "There is no backup of ApplControl.mdb in\n" + folder.File("empty"));
+    Statement row =
+        run.State().databases.gConnApplControl.Prepare("SELECT Symbol FROM SecurityDetail");
+    ASSERT_TRUE(row.Step());
+    EXPECT_EQ(row.Text(0), "KEPT");
+}
+
+TEST_F(DamagedSharedFile, StaysWhenTheUserQuits)
+{
+    folder.AddFile("WebSites.mdb", "no database"); // there is no template for it here
+    run.boxes.Prepare("No: quit, and change nothing", Answer::No);
+    EXPECT_FALSE(run.App().Launch());
+    EXPECT_TRUE(run.App().Ended());
+    ASSERT_EQ(run.boxes.boxes.size(), 2u);
+    EXPECT_EQ(run.boxes.boxes[0].buttonsValue, Box::YesNo + Box::Exclamation);
+    EXPECT_TRUE(run.boxes.boxes[1].text.startsWith(
+        "An error has occured connecting to the websites database (WebSites.mdb).\n"
+        "Please restore from backup.\nError number "));
+    EXPECT_EQ(Bytes("WebSites.mdb"), "no database");
 }
 
 // --- sign-on -------------------------------------------------------------------------------------

@@ -130,13 +130,14 @@ TEST_F(OpenedDatabases, WithoutTheWebSitesFileEndTheProgram)
 TEST_F(OpenedDatabases, WithABrokenControlFileEndTheProgramAndLeaveIt)
 {
     m_folder.AddFile("ApplControl.mdb", "not a database");
+    m_machine.dialogs.Queue(Answer::Cancel); // no other file in its place
     EXPECT_THROW(Open(), ProgramEnded);
     const std::vector<std::string> boxes = Boxes();
-    ASSERT_EQ(boxes.size(), 1u);
-    EXPECT_TRUE(QString::fromStdString(boxes[0]).startsWith(
+    ASSERT_EQ(boxes.size(), 2u);
+    EXPECT_TRUE(QString::fromStdString(boxes[1]).startsWith(
         "Quillon Editor|16|An error has occured connecting to this application control database "
         "(ApplControl.mdb).\nPlease restore from backup.\nError number -2147467259\n"))
-        << boxes[0];
+        << boxes[1];
     QFile file(m_folder.File("ApplControl.mdb"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "not a database");
