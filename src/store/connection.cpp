@@ -1,5 +1,7 @@
 #include "store/connection.h"
 
+#include "store/unreadable_value.h"
+
 #include <QFile>
 #include <QHash>
 #include <QtEndian>
@@ -8,6 +10,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <utility>
 
 namespace
@@ -40,6 +43,16 @@ void RequireOurFile(sqlite3 *database, const QString &path)
         !header.startsWith(QByteArray("SQLite format 3\0", 16)) ||
         qFromBigEndian<qint32>(header.constData() + markOffset) != ApplicationMark)
         throw RuntimeError::Store(QStringLiteral("Unrecognized database format '%1'.").arg(path));
+    constexpr int layoutOffset = 60;
+    if (const int layout = qFromBigEndian<qint32>(header.constData() + layoutOffset);
+        layout > LayoutVersion)
+        throw RuntimeError::Store(
+            QStringLiteral(
+                "The file '%1' was written by a newer version of Quillon and has another "
+                "layout (%2; this version knows %3). Please install the newer version.")
+                .arg(path)
+                .arg(layout)
+                .arg(LayoutVersion));
     // The store reads a last page that was cut short as zeros. With a log beside the file it may
     // be just that page which the log completes.
     const int pageSize =
@@ -56,6 +69,14 @@ RuntimeError CannotOpen(sqlite3 *database, const QString &path)
                                    .arg(path, error != 0
                                                   ? qt_error_string(error)
                                                   : QString::fromUtf8(sqlite3_errmsg(database))));
+}
+
+/// Connections share the index of a write-ahead log in memory, by a file that is mapped and locked. Some
+/// file systems can do neither.
+bool IsWithoutSharedMemory(int extendedError)
+{
+    return extendedError == SQLITE_IOERR_SHMMAP || extendedError == SQLITE_IOERR_SHMLOCK ||
+           extendedError == SQLITE_IOERR_SHMOPEN || extendedError == SQLITE_PROTOCOL;
 }
 
 } // namespace
@@ -190,6 +211,58 @@ double Statement::Double(int column) const
     return sqlite3_column_double(m_statement, column);
 }
 
+bool Statement::IsTextOfATable(int column) const
+{
+    const int type = sqlite3_column_type(m_statement, column);
+    return (type == SQLITE_TEXT || type == SQLITE_BLOB) &&
+           sqlite3_column_origin_name(m_statement, column) &&
+           ColumnType(column) != FieldType::Text; // a control row may hold a number as a text
+}
+
+RuntimeError Statement::Unreadable(int column, int number) const
+{
+    QStringList keys;
+    for (int i = 0; i < ColumnCount(); ++i)
+        if (IsKeyColumn(FieldName(i)) && !IsNull(i))
+            keys << Text(i);
+    return UnreadableValue({QString::fromUtf8(sqlite3_column_table_name(m_statement, column)), keys,
+                            FieldName(column), Text(column)},
+                           number);
+}
+
+Currency Statement::Money(int column) const
+{
+    if (IsTextOfATable(column))
+        throw Unreadable(column, RuntimeError::TypeMismatchNumber);
+    constexpr double beyond = 9223372036854775808.0; // which reads as the largest number there is
+    if (sqlite3_column_type(m_statement, column) == SQLITE_FLOAT &&
+        !(std::fabs(Double(column)) < beyond))
+        throw Unreadable(column, RuntimeError::OverflowNumber);
+    return Currency::FromUnits(Int64(column));
+}
+
+Single Statement::ShareCount(int column) const
+{
+    if (IsTextOfATable(column))
+        throw Unreadable(column, RuntimeError::TypeMismatchNumber);
+    try {
+        return Single::FromDouble(Double(column));
+    } catch (const RuntimeError &error) {
+        throw Unreadable(column, error.Number());
+    }
+}
+
+Integer Statement::Counter(int column) const
+{
+    if (IsTextOfATable(column))
+        throw Unreadable(column, RuntimeError::TypeMismatchNumber);
+    try {
+        return Integer::FromWide(Int64(column));
+    } catch (const RuntimeError &error) {
+        throw Unreadable(column, error.Number());
+    }
+}
+
 QString Statement::Text(int column) const
 {
     const QByteArrayView text = Utf8(column);
@@ -275,17 +348,42 @@ void Connection::Open(const QString &path, Durability durability)
         if (sqlite3_db_readonly(m_database, "main") == 1)
             throw RuntimeError::Store(
                 QStringLiteral("Cannot update. Database or object is read-only: '%1'.").arg(path));
-        // A write-ahead log costs one sync of the disk for each commit and keeps every commit. With
-        // up to 32 MB of memory long lists are sorted there and not in a file.
-        ExecuteScript(QStringLiteral("PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=4000; "
-                                     "PRAGMA synchronous=%1; PRAGMA cache_size=-32768;")
-                          .arg(durability == Durability::AtOnce ? QStringLiteral("FULL")
-                                                                : QStringLiteral("NORMAL")));
+        try {
+            UseLog(durability);
+        } catch (const RuntimeError &) {
+            if (!IsWithoutSharedMemory(sqlite3_extended_errcode(m_database)))
+                throw;
+            UseRollbackJournal();
+        }
+        // With up to 32 MB of memory long lists are sorted there and not in a file.
+        ExecuteScript(QStringLiteral("PRAGMA cache_size=-32768;"));
     } catch (...) {
         sqlite3_close_v2(std::exchange(m_database, nullptr));
         m_path.clear();
         throw;
     }
+}
+
+/// It costs one sync of the disk for each commit and keeps every commit.
+void Connection::UseLog(Durability durability)
+{
+    ExecuteScript(QStringLiteral("PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=4000; "
+                                 "PRAGMA synchronous=%1; SELECT count(*) FROM sqlite_schema;")
+                      .arg(durability == Durability::AtOnce ? QStringLiteral("FULL")
+                                                            : QStringLiteral("NORMAL")));
+}
+
+/// The attempt has marked the file as one with a log. Held alone it needs no shared memory, and gives up the
+/// log, after bringing home what another machine may have left there.
+void Connection::UseRollbackJournal()
+{
+    const QString path = m_path;
+    sqlite3_close_v2(std::exchange(m_database, nullptr));
+    QFile::remove(path + QStringLiteral("-shm")); // of use to nobody
+    OpenFile(path, SQLITE_OPEN_READWRITE);
+    ExecuteScript(QStringLiteral("PRAGMA locking_mode=EXCLUSIVE; PRAGMA journal_mode=DELETE; "
+                                 "PRAGMA locking_mode=NORMAL; PRAGMA synchronous=FULL; "
+                                 "SELECT count(*) FROM sqlite_schema;"));
 }
 
 void Connection::OpenForReading(const QString &path)

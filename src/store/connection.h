@@ -13,7 +13,7 @@
 /// an operation on a closed connection is number 3704.
 ///
 /// A file of ours carries the application's mark in its header. A file without it is refused before
-/// anything is written to it, and stays byte for byte as it was.
+/// anything is written to it, and stays byte for byte as it was; so is one of a newer layout.
 
 #include "store/field_value.h"
 
@@ -28,6 +28,8 @@ struct sqlite3_stmt;
 
 /// The mark in the header of each kind of file (PRAGMA application_id): "Quil".
 constexpr int ApplicationMark = 0x5175696c;
+/// The layout of the tables that this program knows (PRAGMA user_version).
+constexpr int LayoutVersion = 1;
 
 /// A prepared statement; bound from 1, read by column from 0. It must not outlive its connection.
 class Statement
@@ -83,9 +85,11 @@ public:
     qint64 Int64(int column) const;
     bool Flag(int column) const { return Int64(column) != 0; }
     double Double(int column) const;
-    Currency Money(int column) const { return Currency::FromUnits(Int64(column)); }
-    Single ShareCount(int column) const { return Single::FromDouble(Double(column)); }
-    Integer Counter(int column) const { return Integer::FromWide(Int64(column)); }
+    /// A value of a table that is no such number (a text, an infinity) throws RuntimeError 13 or 6, which
+    /// names table, row and column; NULL reads as zero.
+    Currency Money(int column) const;
+    Single ShareCount(int column) const;
+    Integer Counter(int column) const;
     QString Text(int column) const;
     /// The text as it is stored, until the next Step or Reset; empty for NULL.
     QByteArrayView Utf8(int column) const;
@@ -93,6 +97,9 @@ public:
     QTime Time(int column) const;
 
 private:
+    bool IsTextOfATable(int column) const;
+    RuntimeError Unreadable(int column, int number) const;
+
     sqlite3 *m_database;
     sqlite3_stmt *m_statement = nullptr;
 };
@@ -113,7 +120,8 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    /// Opens an existing file of ours for reading and writing.
+    /// Opens an existing file of ours for reading and writing. In a folder without shared memory a rollback
+    /// journal takes the place of the write-ahead log.
     void Open(const QString &path, Durability durability = Durability::AtOnce);
     /// As Open; nothing can be written, and the file stays as it is. Others may be writing to it.
     void OpenForReading(const QString &path);
@@ -144,6 +152,8 @@ public:
 
 private:
     void OpenFile(const QString &path, int access);
+    void UseLog(Durability durability);
+    void UseRollbackJournal();
     int Run(Statement &statement);
     sqlite3 *Checked() const;
 

@@ -118,10 +118,12 @@ bool WalkControlRows(Connection &gConnAccount, AccountState &account, QDate toda
     if (rows.IsEmpty())
         return true;
     const DescriptiveColumns at(rows);
+    bool hasBalance = false;
     for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext()) {
         const QString kind = rows.Text(at.tableName);
         // The style row is known by the name read so far, so that it has to stand behind Balance.
         if (kind == QLatin1String("Balance")) {
+            hasBalance = true;
             if (!ReadBalance(rows, at, account, today))
                 return false;
         } else if (kind == account.CommissionStyle)
@@ -136,6 +138,12 @@ bool WalkControlRows(Connection &gConnAccount, AccountState &account, QDate toda
         } else if (kind == QLatin1String("Security"))
             ReadSecurity(rows, at, account);
     }
+    // An account that is not set up yet has none, and no transactions either.
+    if (!hasBalance && gConnAccount.Prepare(QStringLiteral("SELECT 1 FROM History")).Step())
+        throw RuntimeError::Store(
+            QStringLiteral("Table DescriptiveTable, row Balance, column Field01: the row with the "
+                           "balance of the account is missing. Please restore the account from a "
+                           "copy."));
     return true;
 }
 

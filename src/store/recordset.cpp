@@ -1,5 +1,7 @@
 #include "store/recordset.h"
 
+#include "store/unreadable_value.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -41,16 +43,15 @@ FieldValue ReadTyped(const Statement &statement, int column, FieldType type)
     throw RuntimeError::TypeMismatch();
 }
 
-/// A number that its type cannot hold comes as a text: a list shows it, and its row can be deleted.
+/// A value that its column cannot hold comes as the text that it is: a list shows it, and its row can
+/// be deleted. Asked for by its type, it throws.
 FieldValue ReadValue(const Statement &statement, int column, FieldType type)
 {
     if (statement.IsNull(column))
         return std::monostate();
     try {
         return ReadTyped(statement, column, type);
-    } catch (const RuntimeError &error) {
-        if (error.Number() != RuntimeError::OverflowNumber)
-            throw;
+    } catch (const RuntimeError &) {
         return statement.Text(column);
     }
 }
@@ -143,56 +144,67 @@ const FieldValue &Recordset::ValueAt(int row, int column) const
     return m_rows.at(size_t(row)).values.at(size_t(column));
 }
 
-namespace
-{
-
 template <class Kind>
-Kind Get(const FieldValue &value)
+Kind Recordset::Get(int column) const
 {
+    const FieldValue &value = Value(column);
     if (const auto *held = std::get_if<Kind>(&value))
         return *held;
     if (IsNull(value))
         return {};
+    if (const auto *text = std::get_if<QString>(&value))
+        throw Unreadable(column, *text);
     throw RuntimeError::TypeMismatch();
 }
 
-} // namespace
+RuntimeError Recordset::Unreadable(int column, const QString &text) const
+{
+    QStringList keys;
+    for (int i = 0; i < m_fields.size(); ++i)
+        if (const auto *key = std::get_if<QString>(&Value(i)); key && IsKeyColumn(m_fields[i]))
+            keys << *key;
+    bool isNumber = false;
+    text.toDouble(&isNumber); // one that does not fit, an infinity too
+    return UnreadableValue({m_query.table, keys, m_fields[column], text},
+                           isNumber ? RuntimeError::OverflowNumber
+                                    : RuntimeError::TypeMismatchNumber);
+}
 
 QString Recordset::Text(int column) const
 {
-    return Get<QString>(Value(column));
+    return Get<QString>(column);
 }
 
 Currency Recordset::Money(int column) const
 {
-    return Get<Currency>(Value(column));
+    return Get<Currency>(column);
 }
 
 Single Recordset::ShareCount(int column) const
 {
-    return Get<Single>(Value(column));
+    return Get<Single>(column);
 }
 
 qint64 Recordset::Number(int column) const
 {
     if (const auto *counter = std::get_if<Integer>(&Value(column)))
         return counter->Value();
-    return Get<qint64>(Value(column));
+    return Get<qint64>(column);
 }
 
 bool Recordset::Flag(int column) const
 {
-    return Get<bool>(Value(column));
+    return Get<bool>(column);
 }
 
 QDate Recordset::Date(int column) const
 {
-    return Get<QDate>(Value(column));
+    return Get<QDate>(column);
 }
 
 QTime Recordset::Time(int column) const
 {
-    return Get<QTime>(Value(column));
+    return Get<QTime>(column);
 }
 
 void Recordset::Set(int column, FieldValue value)

@@ -59,7 +59,9 @@ public:
     const FieldValue &Value(int column) const { return ValueAt(Checked(), column); }
     const FieldValue &ValueAt(int row, int column) const;
     bool IsFieldNull(int column) const { return IsNull(Value(column)); }
-    /// Typed access; a null field reads as zero, false, the empty text or an invalid date.
+    /// Typed access; a null field reads as zero, false, the empty text or an invalid date. A value that its
+    /// column cannot have - a text among amounts, an infinity - is kept as a text: these throw RuntimeError
+    /// 13 or 6, which names table, row and column.
     QString Text(int column) const;
     Currency Money(int column) const;
     Single ShareCount(int column) const;
@@ -89,6 +91,9 @@ private:
         std::vector<FieldValue> values;
     };
     int Checked() const;
+    template <class Kind>
+    Kind Get(int column) const;
+    RuntimeError Unreadable(int column, const QString &text) const;
     void Read();
     void Insert();
     void Rewrite();

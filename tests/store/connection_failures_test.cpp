@@ -4,11 +4,15 @@
 #include "account_file.h"
 #include "full_disk.h"
 
+#include "crash/posting_loop.h"
 #include "store/connection.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <cerrno>
+
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -305,4 +309,117 @@ TEST(Connection, OpensAFileWhoseProgramWasKilledInTheMiddleOfATransaction)
     EXPECT_EQ(Integrity(account), "ok");
     account.Close();
     EXPECT_EQ(file.Listing(), "Broker.mdb");
+}
+
+// --- a newer layout -------------------------------------------------------------------------------
+
+TEST(NewerLayout, IsRefusedWithASentenceAndLeftAlone)
+{
+    AccountFile file;
+    {
+        Connection account;
+        account.Open(file.Path());
+        account.ExecuteScript(QStringLiteral("PRAGMA user_version = %1").arg(LayoutVersion + 1));
+    }
+    const QByteArray before = AccountFile::Bytes(file.Path());
+    Connection account;
+    try {
+        account.Open(file.Path());
+        FAIL() << "opened";
+    } catch (const RuntimeError &error) {
+        EXPECT_EQ(error.Number(), RuntimeError::StoreNumber);
+        EXPECT_EQ(error.Description(),
+                  QStringLiteral("The file '%1' was written by a newer version of Quillon and has "
+                                 "another layout (%2; this version knows %3). Please install the "
+                                 "newer version.")
+                      .arg(file.Path())
+                      .arg(LayoutVersion + 1)
+                      .arg(LayoutVersion));
+    }
+    EXPECT_THROW(account.OpenForReading(file.Path()), RuntimeError);
+    EXPECT_EQ(AccountFile::Bytes(file.Path()), before);
+    EXPECT_EQ(file.Listing(), "Broker.mdb");
+}
+
+// --- a folder without shared memory ---------------------------------------------------------------
+
+namespace
+{
+
+void *NoSharedMapping(void *place, size_t size, int protection, int flags, int file, off_t offset)
+{
+    if (flags & MAP_SHARED) {
+        errno = ENODEV;
+        return MAP_FAILED;
+    }
+    return mmap(place, size, protection, flags, file, offset);
+}
+
+/// As on a file system that maps no files.
+class NoSharedMemory
+{
+public:
+    NoSharedMemory() { Set(reinterpret_cast<sqlite3_syscall_ptr>(NoSharedMapping)); }
+    ~NoSharedMemory() { Set(nullptr); }
+    NoSharedMemory(const NoSharedMemory &) = delete;
+    NoSharedMemory &operator=(const NoSharedMemory &) = delete;
+
+private:
+    static void Set(sqlite3_syscall_ptr call)
+    {
+        sqlite3_vfs *system = sqlite3_vfs_find(nullptr);
+        ASSERT_EQ(system->xSetSystemCall(system, "mmap", call), SQLITE_OK);
+    }
+};
+
+std::string LotsAndTrades(const QString &path)
+{
+    Connection account;
+    account.Open(path);
+    Statement row = account.Prepare("SELECT (SELECT count(*) FROM History) || ' ' || (SELECT "
+                                    "count(*) FROM PriceHistory) || ' ' "
+                                    "|| (SELECT group_concat(Symbol || Shares) FROM DailyTracker)");
+    row.Step();
+    return row.Text(0).toStdString();
+}
+
+} // namespace
+
+TEST(FolderWithoutSharedMemory, TakesPostingsWithARollbackJournal)
+{
+    constexpr int postings = 40;
+    AccountFile expected, file;
+    {
+        PostingLoop loop(expected.Path());
+        for (int i = 0; i < postings; ++i)
+            loop.PostNext();
+    }
+    {
+        const NoSharedMemory folder;
+        PostingLoop loop(file.Path());
+        for (int i = 0; i < postings; ++i)
+            loop.PostNext();
+        EXPECT_EQ(file.Listing(), "Broker.mdb"); // no log, and nothing of the attempt
+    }
+    EXPECT_EQ(LotsAndTrades(file.Path()), LotsAndTrades(expected.Path()));
+}
+
+TEST(FolderWithoutSharedMemory, GetsTheLogOfAnotherMachineHome)
+{
+    AccountFile file, moved;
+    {
+        Connection account;
+        account.Open(file.Path());
+        account.ExecuteScript("INSERT INTO PriceHistory (Symbol) VALUES ('LOGGED')");
+        AccountFile::Write(moved.Path(), AccountFile::Bytes(file.Path()));
+        AccountFile::Write(moved.Path() + "-wal", AccountFile::Bytes(file.Path() + "-wal"));
+    }
+    const NoSharedMemory folder;
+    Connection account, other;
+    account.Open(moved.Path());
+    other.Open(moved.Path());
+    Statement row = account.Prepare("SELECT Symbol FROM PriceHistory");
+    ASSERT_TRUE(row.Step());
+    EXPECT_EQ(row.Text(0), "LOGGED");
+    EXPECT_EQ(moved.Listing(), "Broker.mdb");
 }
