@@ -31,5 +31,12 @@ QString CareForAccount(Databases &databases, QDate today)
         told +=
             QStringLiteral("Today's copy of the account could not be made: ") + error.Description();
     }
+    if (databases.accountUnguarded)
+        told += QStringLiteral(" The account's folder has no locks: do not open the account in a "
+                               "second program.");
+    if (databases.accountHasOtherNames)
+        told +=
+            QStringLiteral(" The account's file has another name too (a hard link): always open "
+                           "it under the same name.");
     return told.trimmed();
 }

@@ -4,11 +4,15 @@
 #include <QFileInfo>
 
 #include <cerrno>
+#include <cstddef>
+#include <cstring>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace
@@ -30,13 +34,46 @@ bool StillHasItsName(int file, const QByteArray &name)
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
+/// A name in the kernel, of which one socket can be bound at a time; it goes with its process. Empty when
+/// there is no such file.
+QByteArray InodeName(const QString &accountPath)
+{
+    struct stat file;
+    if (stat(QFile::encodeName(accountPath).constData(), &file) != 0)
+        return {};
+    return QByteArray("quillon-account-") + QByteArray::number(quint64(file.st_dev), 16) + '-' +
+           QByteArray::number(quint64(file.st_ino), 16);
+}
+
+/// A socket of this name; -1, with EADDRINUSE, when there is one already.
+int BindTo(const QByteArray &inodeName)
+{
+    const int bound = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    if (bound < 0)
+        return -1;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX; // a name that begins with a zero lies in no folder
+    std::memcpy(address.sun_path + 1, inodeName.constData(), size_t(inodeName.size()));
+    const auto size = socklen_t(offsetof(sockaddr_un, sun_path) + 1 + size_t(inodeName.size()));
+    if (bind(bound, reinterpret_cast<const sockaddr *>(&address), size) == 0)
+        return bound;
+    const int error = errno;
+    close(bound);
+    errno = error;
+    return -1;
+}
+
 } // namespace
 
 AccountLock::Outcome AccountLock::Acquire(const QString &accountPath)
 {
     const QString path = LockPath(accountPath);
-    if (!path.isEmpty() && path == m_path)
-        return Outcome::Taken;
+    if (!path.isEmpty() && path == m_path) {
+        if (TakeInode(accountPath)) // the file may be another one now, under its old name
+            return Outcome::Taken;
+        Release();
+        return Outcome::OpenElsewhere;
+    }
     Release();
     if (path.isEmpty())
         return Outcome::Unguarded;
@@ -66,12 +103,38 @@ AccountLock::Outcome AccountLock::Acquire(const QString &accountPath)
         }
         m_path = path;
         m_file = file;
+        if (!TakeInode(accountPath)) {
+            Release();
+            return Outcome::OpenElsewhere;
+        }
         return wasThere ? Outcome::TakenOver : Outcome::Taken;
     }
 }
 
+/// False when another lock has it. Where there are no such names the account goes without.
+bool AccountLock::TakeInode(const QString &accountPath)
+{
+    const QByteArray name = InodeName(accountPath);
+    if (name == m_inode)
+        return true;
+    ReleaseInode();
+    m_socket = BindTo(name);
+    if (m_socket < 0)
+        return errno != EADDRINUSE;
+    m_inode = name;
+    return true;
+}
+
+void AccountLock::ReleaseInode()
+{
+    if (m_socket >= 0)
+        close(std::exchange(m_socket, -1));
+    m_inode.clear();
+}
+
 void AccountLock::Release()
 {
+    ReleaseInode();
     if (m_file < 0)
         return;
     // While it is locked, so that nobody can have taken it over.
@@ -89,6 +152,13 @@ bool AccountLock::IsOpenElsewhere(const QString &accountPath) const
     const QString path = LockPath(accountPath);
     if (path.isEmpty() || path == m_path)
         return false;
+    if (const QByteArray inode = InodeName(accountPath); inode != m_inode) {
+        const int free = BindTo(inode);
+        if (free < 0 && errno == EADDRINUSE)
+            return true;
+        if (free >= 0)
+            close(free);
+    }
     const int file = open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
     if (file < 0)
         return false;

@@ -11,7 +11,8 @@
 /// that lies there unlocked tells that the account was not closed properly.
 ///
 /// An account is known by its real path: two ways to one file through a symbolic link are one
-/// account. Two locks stand against each other inside one process as well. Where no lock can be had
+/// account. Two names of one file (a hard link) have two such files beside them, so a name in the kernel
+/// that is made of device and inode is taken as well. Two locks stand against each other inside one process as well. Where no lock can be had
 /// (a folder that cannot be written, a file system without locks) the account goes without.
 
 #include <QString>
@@ -41,6 +42,11 @@ public:
     bool IsOpenElsewhere(const QString &accountPath) const;
 
 private:
+    bool TakeInode(const QString &accountPath);
+    void ReleaseInode();
+
     QString m_path; ///< of the lock file; empty: nothing is held
     int m_file = -1;
+    QByteArray m_inode; ///< name of the account's device and inode; empty: not held
+    int m_socket = -1;
 };

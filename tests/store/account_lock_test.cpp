@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include <sched.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -196,4 +198,53 @@ TEST(AccountLock, IsHeldByOneOfManyThatComeAndGo)
         EXPECT_EQ(status, 0);
     }
     EXPECT_EQ(file.Listing(), "Broker.mdb");
+}
+
+// --- one file under two names ---------------------------------------------------------------------
+
+namespace
+{
+
+class HardLinkedAccount : public testing::Test
+{
+protected:
+    HardLinkedAccount() { EXPECT_EQ(link(m_file.Path().toUtf8(), Other().toUtf8()), 0); }
+    QString Other() const { return m_file.In("Other.mdb"); }
+
+    AccountFile m_file;
+};
+
+} // namespace
+
+TEST_F(HardLinkedAccount, IsOneAccountUnderBothNames)
+{
+    SecondProgram other(m_file.Path());
+    AccountLock lock;
+    EXPECT_TRUE(lock.IsOpenElsewhere(Other()));
+    EXPECT_EQ(lock.Acquire(Other()), Outcome::OpenElsewhere);
+    EXPECT_FALSE(QFile::exists(Other() + ".lock"));
+    other.Close();
+    EXPECT_FALSE(lock.IsOpenElsewhere(Other()));
+    EXPECT_EQ(lock.Acquire(Other()), Outcome::Taken);
+    EXPECT_EQ(SecondProgram(m_file.Path()).said, "open elsewhere");
+    EXPECT_FALSE(lock.IsOpenElsewhere(Other())); // it is ours
+}
+
+TEST_F(HardLinkedAccount, IsFreeAfterAProgramThatDied)
+{
+    SecondProgram other(m_file.Path());
+    other.Kill();
+    AccountLock lock;
+    EXPECT_EQ(lock.Acquire(Other()), Outcome::Taken);
+}
+
+TEST_F(HardLinkedAccount, IsLockedAsTheFileThatItIsAfterACompaction)
+{
+    AccountLock lock;
+    EXPECT_EQ(lock.Acquire(m_file.Path()), Outcome::Taken);
+    AccountFile::Write(m_file.In("Temp.mdb"), AccountFile::EmptyAccount());
+    ASSERT_EQ(rename(m_file.In("Temp.mdb").toUtf8(), m_file.Path().toUtf8()), 0);
+    EXPECT_EQ(lock.Acquire(m_file.Path()), Outcome::Taken);
+    EXPECT_EQ(SecondProgram(Other()).said, "taken"); // the file of before
+    EXPECT_EQ(SecondProgram(m_file.Path()).said, "open elsewhere");
 }
