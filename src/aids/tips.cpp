@@ -9,6 +9,9 @@ namespace
 
 const QString tipFileName = QStringLiteral("TIPOFDAY.TXT");
 
+/// A file of another kind may be one long line, which a label would take minutes to lay out.
+constexpr qsizetype LongestTip = 2000;
+
 /// People write this file with whatever editor they have.
 QString Decoded(const QByteArray &bytes)
 {
@@ -35,6 +38,9 @@ std::optional<QStringList> LoadTips(const QString &path)
     QStringList tips = text.split(lineEnd);
     if (tips.constLast().isEmpty()) // the last line's end begins no further line
         tips.removeLast();
+    for (QString &tip : tips)
+        if (tip.size() > LongestTip)
+            tip = tip.left(LongestTip) + QChar(0x2026);
     return tips;
 }
 

@@ -58,6 +58,14 @@ TEST(Tips, KeepTheirAccentsInTheEncodingsThatEditorsWrite)
     EXPECT_EQ(Loaded(utf16), QStringList(tip));
 }
 
+TEST(Tips, OfAnEndlessLineAreCutOff)
+{
+    const QStringList tips = Loaded("One.\n" + QByteArray(5'000'000, 'x') + "\nThree.");
+    ASSERT_EQ(tips.size(), 3);
+    EXPECT_EQ(tips[1], QString(2000, 'x') + QChar(0x2026));
+    EXPECT_EQ(tips[2], "Three.");
+}
+
 TEST(Tips, AreNotLoadedFromAFileThatIsNotThereOrFromAnEmptyName)
 {
     const TestAppFolder folder;
