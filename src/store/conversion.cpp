@@ -86,22 +86,22 @@ public:
     NewFile(const QString &pattern, const QString &path, const QString &oldFile) : m_path(path)
     {
         Files::CopyFile(pattern, path, false);
-        QFile::setPermissions(path, QFileInfo(oldFile).permissions());
-        m_new.Open(path);
-        m_new.Execute(QStringLiteral("ATTACH ? AS old"), oldFile);
-        m_new.BeginTrans();
+        try {
+            QFile::setPermissions(path, QFileInfo(oldFile).permissions());
+            m_new.Open(path);
+            m_new.Execute(QStringLiteral("ATTACH ? AS old"), oldFile);
+            m_new.BeginTrans();
+        } catch (...) {
+            Remove();
+            throw;
+        }
     }
 
     /// What did not take the old file's place goes.
     ~NewFile()
     {
-        m_new.Close();
-        try {
-            if (!m_isInPlace)
-                RemoveDatabase(m_path);
-        } catch (const RuntimeError &) {
-            // The disk that refused the writing may refuse this too.
-        }
+        if (!m_isInPlace)
+            Remove();
     }
     NewFile(const NewFile &) = delete;
     NewFile &operator=(const NewFile &) = delete;
@@ -136,6 +136,15 @@ public:
     }
 
 private:
+    void Remove()
+    {
+        m_new.Close();
+        try {
+            RemoveDatabase(m_path);
+        } catch (const RuntimeError &) {
+            // The disk that refused the writing may refuse this too.
+        }
+    }
     QString WithDefaults(const QString &table, const QStringList &columns)
     {
         QStringList selected;

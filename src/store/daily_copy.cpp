@@ -82,6 +82,7 @@ void MakeDailyCopy(Connection &account, QDate today)
         return;
     const QDir folder(DailyCopyFolder(account.Path()));
     const QString copy = folder.filePath(CopyName(today));
+    RemoveUnfinishedCopies(folder);
     if (QFileInfo::exists(copy))
         return;
     if (!folder.exists()) {
@@ -92,7 +93,6 @@ void MakeDailyCopy(Connection &account, QDate today)
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         Files::SyncFolderOf(folder.path());
     }
-    RemoveUnfinishedCopies(folder);
     CopyDatabase(account, copy);
     RemoveOldCopies(folder, today);
 }

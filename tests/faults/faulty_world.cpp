@@ -207,6 +207,8 @@ void FaultyWorld::RunProgram(const Operation &operation, const std::function<voi
         if (box.text.contains(QLatin1String("is trying to open is invalid")))
             EndProcess(); // where it would be asked for another account, the user leaves it
     };
+    for (int file = 0; file < 3; ++file) // no other one in the place of a shared file
+        run.boxes.Prepare(QStringLiteral("Quillon cannot open the file"), Answer::Cancel);
     EXPECT_TRUE(run.App().Launch());
     if (fault)
         fault();
