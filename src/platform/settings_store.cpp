@@ -116,6 +116,7 @@ bool SettingsStore::Synchronize()
 {
     RemoveLeftOvers(m_fileName);
     m_settings->sync();
+    m_settings->allKeys(); // a section is not looked at before somebody asks for it
     const bool isReadable = m_settings->status() != QSettings::FormatError;
     if (!isReadable) {
         // An error stays with its object, and would hide a later one of writing.
