@@ -10,7 +10,7 @@ namespace
 const QString tipFileName = QStringLiteral("TIPOFDAY.TXT");
 
 /// A file of another kind may be one long line, which a label would take minutes to lay out.
-constexpr qsizetype LongestTip = 2000;
+constexpr qsizetype LongestTip = 50'000;
 
 /// People write this file with whatever editor they have.
 QString Decoded(const QByteArray &bytes)

@@ -14,9 +14,8 @@
 QString TipFile(const QString &appPath);
 
 /// Each line of the file, empty ones too; what ends a line is "\n", "\r\n" or "\r". UTF-8, what an
-/// editor marks as UTF-16, or else Latin-1. Of a
-/// line beyond 2,000 characters the rest is cut off. Nothing when there is no such file or it can't be
-/// read.
+/// editor marks as UTF-16, or else Latin-1. A line is cut off after 50,000 characters. Nothing when
+/// there is no such file or it can't be read.
 std::optional<QStringList> LoadTips(const QString &path);
 
 /// The number, from 1, of the tip that follows `currentTip`: the first one after the last, and when

@@ -141,8 +141,15 @@ void MainRoutine::ReadAndOpen()
         SetAccountButtonsEnabled(commands, true);
     if (m_program.databases.accountError)
         throw RuntimeError(*m_program.databases.accountError);
-    LoadDescriptiveTable(m_program.databases.gConnAccount, m_program.account,
-                         m_program.services.clock.Today(), [this] { ConvertAccount(); });
+    const QStringList problems =
+        LoadDescriptiveTable(m_program.databases.gConnAccount, m_program.account,
+                             m_program.services.clock.Today(), [this] { ConvertAccount(); });
+    if (!problems.isEmpty())
+        m_program.services.dialogs.MsgBox(
+            QStringLiteral("These values of the account cannot be read and count as zero. Compare "
+                           "the account with a copy, and correct or restore it:\n") +
+                problems.join(QLatin1Char('\n')),
+            Box::Exclamation, EditorTitle());
     if (!m_program.entry.RebuildRunning)
         m_program.undo = UndoState();
     m_program.undo.UndoLast.Balance = m_program.account.AccountBalance;

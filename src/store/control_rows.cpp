@@ -4,6 +4,9 @@
 #include "store/pending_changes.h"
 #include "store/recordset.h"
 #include "store/settings.h"
+#include "store/unreadable_value.h"
+
+#include <optional>
 
 namespace
 {
@@ -20,16 +23,60 @@ struct DescriptiveColumns
     int field[13] = {};
 };
 
-/// Zero for a number that does not fit: no field may keep the account from opening.
-template <class Read>
-auto OrZero(Read read)
+/// Reads fields of the current row. One that cannot be read is zero and is named: no field may keep the
+/// account from opening.
+class FieldReader
 {
-    try {
-        return read();
-    } catch (const RuntimeError &) {
-        return decltype(read())();
+public:
+    FieldReader(const Recordset &rows, const DescriptiveColumns &at) : m_rows(rows), m_at(at) {}
+
+    template <class Read>
+    auto OrZero(int field, Read read)
+    {
+        try {
+            return read();
+        } catch (const RuntimeError &error) {
+            const QString column = m_rows.ColumnNames()[m_at.field[field]];
+            const QString problem =
+                UnreadableValue({QStringLiteral("DescriptiveTable"),
+                                 {m_rows.Text(m_at.tableName)},
+                                 column,
+                                 TextOf(m_at.field[field])},
+                                error.Number())
+                    .Description();
+            if (!Problems.contains(problem))
+                Problems += problem;
+            return decltype(read())();
+        }
     }
-}
+    Currency Money(int field)
+    {
+        return OrZero(field, [&] { return m_rows.Money(m_at.field[field]); });
+    }
+    QDate Date(int field)
+    {
+        return OrZero(field, [&] { return m_rows.Date(m_at.field[field]); });
+    }
+    int Flag(int field)
+    {
+        return OrZero(field, [&] { return m_rows.Flag(m_at.field[field]); }) ? 1 : 0;
+    }
+
+    QStringList Problems;
+
+private:
+    QString TextOf(int column) const
+    {
+        try {
+            return m_rows.Text(column);
+        } catch (const RuntimeError &) { // the days of use, which were a number and have grown
+            return QString::number(m_rows.ShareCount(column).ToDouble());
+        }
+    }
+
+    const Recordset &m_rows;
+    const DescriptiveColumns &m_at;
+};
 
 bool IsZeroOrNull(const Recordset &rows, int column)
 {
@@ -46,18 +93,21 @@ bool IsVersion(const QString &text)
 }
 
 /// False, with nothing written, when the account was written by a version before 5.
-bool ReadBalance(Recordset &rows, const DescriptiveColumns &at, AccountState &account, QDate today)
+bool ReadBalance(Recordset &rows, FieldReader &fields, const DescriptiveColumns &at,
+                 AccountState &account, QDate today)
 {
-    account.AccountBalance = account.DayBalance = rows.Money(at.field[1]);
-    account.TrackerDay = rows.Date(at.field[4]);
-    account.LastPriceUpdate = rows.Date(at.field[5]);
+    account.AccountBalance = account.DayBalance = fields.Money(1);
+    account.TrackerDay = fields.Date(4);
+    account.LastPriceUpdate = fields.Date(5);
     account.CommissionStyle = rows.Text(at.field[8]);
 
     if (account.TrackerDay != today) // days of use, not days that passed
-        rows.Set(at.field[7],
-                 OrZero([&] { return rows.ShareCount(at.field[7]) + Single::FromFloat(1); }));
-    account.ElapsedDays = OrZero(
-        [&] { return Integer::FromWide(qRound64(rows.ShareCount(at.field[7]).ToDouble())); });
+        rows.Set(at.field[7], fields.OrZero(7, [&] {
+            return rows.ShareCount(at.field[7]) + Single::FromFloat(1);
+        }));
+    account.ElapsedDays = fields.OrZero(7, [&] {
+        return Integer::FromWide(qRound64(rows.ShareCount(at.field[7]).ToDouble()));
+    });
 
     const QString current = ProgramVersion().Text();
     if (IsZeroOrNull(rows, at.field[6]) || !IsVersion(rows.Text(at.field[6]).trimmed()))
@@ -72,16 +122,18 @@ bool ReadBalance(Recordset &rows, const DescriptiveColumns &at, AccountState &ac
     return true;
 }
 
-void ReadStyle(const Recordset &rows, const DescriptiveColumns &at, AccountState &account)
+void ReadStyle(const Recordset &rows, FieldReader &fields, const DescriptiveColumns &at,
+               AccountState &account)
 {
-    account.CommissionCost = rows.Money(at.field[1]);
-    account.CommissionPerShare = rows.Money(at.field[2]);
+    account.CommissionCost = fields.Money(1);
+    account.CommissionPerShare = fields.Money(2);
     account.CommissionShares =
-        OrZero([&] { return Single::FromDouble(rows.Text(at.field[6]).toDouble()); });
-    account.CommissionShares2 = OrZero([&] { return rows.ShareCount(at.field[7]); });
+        fields.OrZero(6, [&] { return Single::FromDouble(rows.Text(at.field[6]).toDouble()); });
+    account.CommissionShares2 = fields.OrZero(7, [&] { return rows.ShareCount(at.field[7]); });
 }
 
-void ReadSecurity(const Recordset &rows, const DescriptiveColumns &at, AccountState &account)
+void ReadSecurity(const Recordset &rows, FieldReader &fields, const DescriptiveColumns &at,
+                  AccountState &account)
 {
     account.LogoffMinutes = rows.Text(at.field[6]).toInt();
     if (!rows.IsFieldNull(at.field[8]) && !rows.IsFieldNull(at.field[9])) {
@@ -92,8 +144,8 @@ void ReadSecurity(const Recordset &rows, const DescriptiveColumns &at, AccountSt
             account.LoginPassword = rows.Text(at.field[9]); // which nobody will type
         }
     }
-    account.PasswordProtected = rows.Flag(at.field[10]) ? 1 : 0;
-    account.LogoffEnabled = rows.Flag(at.field[11]) ? 1 : 0;
+    account.PasswordProtected = fields.Flag(10);
+    account.LogoffEnabled = fields.Flag(11);
 }
 
 /// Runs a write of a control row; an error is shown and leaves the row as it was.
@@ -109,56 +161,58 @@ void OrShow(Services &services, const QString &firstLines, Write write)
 
 const QString NotChosen = QStringLiteral("n/a");
 
-/// False as soon as the account turns out to be of a version before 5.
-bool WalkControlRows(Connection &gConnAccount, AccountState &account, QDate today)
+/// What could not be read; nothing as soon as the account turns out to be of a version before 5.
+std::optional<QStringList> WalkControlRows(Connection &gConnAccount, AccountState &account,
+                                           QDate today)
 {
     Recordset rows;
     rows.Open(gConnAccount, {QStringLiteral("*"), QStringLiteral("DescriptiveTable"),
                              QStringLiteral("ORDER BY rowid")});
     if (rows.IsEmpty())
-        return true;
+        return QStringList();
     const DescriptiveColumns at(rows);
+    FieldReader fields(rows, at);
     bool hasBalance = false;
     for (rows.MoveFirst(); !rows.AtEnd(); rows.MoveNext()) {
         const QString kind = rows.Text(at.tableName);
         // The style row is known by the name read so far, so that it has to stand behind Balance.
         if (kind == QLatin1String("Balance")) {
             hasBalance = true;
-            if (!ReadBalance(rows, at, account, today))
-                return false;
+            if (!ReadBalance(rows, fields, at, account, today))
+                return std::nullopt;
         } else if (kind == account.CommissionStyle)
-            ReadStyle(rows, at, account);
+            ReadStyle(rows, fields, at, account);
         else if (kind == QLatin1String("WebSite")) {
             account.WebUpdateMinutes =
-                OrZero([&] { return Integer::FromWide(rows.Text(at.field[6]).toInt()); });
+                fields.OrZero(6, [&] { return Integer::FromWide(rows.Text(at.field[6]).toInt()); });
             // A row that names no site leaves the one that the table of sites gave as the default.
             const QString chosen = rows.Text(at.field[8]);
             if (!chosen.trimmed().isEmpty())
                 account.CurrentWebSiteName = chosen;
         } else if (kind == QLatin1String("Security"))
-            ReadSecurity(rows, at, account);
+            ReadSecurity(rows, fields, at, account);
     }
     // An account that is not set up yet has none, and no transactions either.
     if (!hasBalance && gConnAccount.Prepare(QStringLiteral("SELECT 1 FROM History")).Step())
-        throw RuntimeError::Store(
-            QStringLiteral("Table DescriptiveTable, row Balance, column Field01: the row with the "
-                           "balance of the account is missing. Please restore the account from a "
-                           "copy."));
-    return true;
+        fields.Problems += QStringLiteral("Table DescriptiveTable: the row Balance, with the balance "
+                                          "of the account in its column Field01, is missing.");
+    return fields.Problems;
 }
 
 } // namespace
 
-void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today,
-                          const std::function<void()> &convertToVersion5)
+QStringList LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today,
+                                 const std::function<void()> &convertToVersion5)
 {
-    if (WalkControlRows(gConnAccount, account, today))
-        return;
-    if (convertToVersion5)
+    std::optional<QStringList> problems = WalkControlRows(gConnAccount, account, today);
+    if (!problems && convertToVersion5) {
         convertToVersion5();
-    if (!convertToVersion5 || !WalkControlRows(gConnAccount, account, today))
+        problems = WalkControlRows(gConnAccount, account, today);
+    }
+    if (!problems)
         throw RuntimeError::Store(QStringLiteral(
             "The account was written by a version before 5 and has another layout."));
+    return *problems;
 }
 
 void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services)

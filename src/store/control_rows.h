@@ -19,10 +19,12 @@
 /// Reads every control row into `account` and brings the Balance row up to date: one more day of
 /// use when today is not the tracker day, and the version stamp. Kinds that have no row leave their
 /// state as it is. An account of a version before 5 is handed to `convertToVersion5` with nothing
-/// written to it, and read anew afterwards. Throws RuntimeError when the table cannot be read, or an
-/// old account not be converted.
-void LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today,
-                          const std::function<void()> &convertToVersion5 = {});
+/// written to it, and read again afterwards. A field that cannot be read counts as zero and stays as it
+/// is. Returns a line for each: table, row, column and value; also for a Balance row that is missing
+/// although there are transactions. Throws RuntimeError when the table cannot be read, or an old
+/// account cannot be converted.
+QStringList LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today,
+                                 const std::function<void()> &convertToVersion5 = {});
 
 /// New Balance row, or a new Field01 of the one that is there.
 void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services);

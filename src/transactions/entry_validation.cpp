@@ -183,6 +183,7 @@ bool CashFits(const PostingWork &work, const TransactionEntry &entry)
 
 /// The position after the trade at the highest price that it is valued at, with all sums of money
 /// that it goes into. The sums of a posting are built step by step, so half of the range is kept free.
+/// A stored price that the position cannot be valued at does not count: the trade replaces it.
 bool TradeFits(const PostingWork &work, const TransactionEntry &entry)
 {
     return Fits([&] {
@@ -191,8 +192,9 @@ bool TradeFits(const PostingWork &work, const TransactionEntry &entry)
         double price = std::abs(formats.CurrencyFromText(entry.PurchasePrice).ToDouble());
         if (const TrackerRow *row = RowOf(work, entry.Symbol)) {
             shares += std::abs(row->Shares.ToDouble());
-            price = std::max(
-                {price, std::abs(row->CurrPrice.ToDouble()), std::abs(row->AvrgPrice.ToDouble())});
+            const double last = std::abs(row->CurrPrice.ToDouble());
+            const auto value = [&] { (void)Currency::FromDouble(row->Shares.ToDouble() * last); };
+            price = std::max({price, Fits(value) ? last : 0, std::abs(row->AvrgPrice.ToDouble())});
         }
         double money = shares * price;
         for (const Currency sum : {work.account.AccountBalance, work.totals.InvestedValueTotal,

@@ -62,7 +62,7 @@ TEST(Tips, OfAnEndlessLineAreCutOff)
 {
     const QStringList tips = Loaded("One.\n" + QByteArray(5'000'000, 'x') + "\nThree.");
     ASSERT_EQ(tips.size(), 3);
-    EXPECT_EQ(tips[1], QString(2000, 'x') + QChar(0x2026));
+    EXPECT_EQ(tips[1], QString(50'000, 'x') + QChar(0x2026));
     EXPECT_EQ(tips[2], "Three.");
 }
 

@@ -5,6 +5,7 @@
 #include "old_account.h"
 
 #include "store/connection.h"
+#include "store/unfinished_work.h"
 
 #include <gtest/gtest.h>
 
@@ -92,6 +93,8 @@ public:
                Dump(m_folder.File("ApplControl.mdb"),
                     "SELECT TableName, Field08 FROM ApplicationTable ORDER BY TableName, Field08");
     }
+    /// What a start of the program does before it opens an account.
+    void Start() { UnfinishedWork::CleanUp(m_folder.Path(), [](const QString &) {}); }
     std::string Listing() const
     {
         return QDir(m_folder.Path())
@@ -119,6 +122,7 @@ protected:
     void ExpectNothingLost(OldFolder &folder)
     {
         EXPECT_EQ(folder.Rows(), m_rows);
+        folder.Start();
         EXPECT_TRUE(folder.Convert());
         EXPECT_EQ(folder.Outcome(), m_outcome);
         EXPECT_EQ(folder.Listing(), m_listing);

@@ -209,18 +209,17 @@ TEST_F(DamagedAccount, WithAnyValueInAnyColumnOfTheLedgersOpens)
             }
     OpenWithoutAWordOfAnInvalidAccount();
     EXPECT_EQ(Cell("GOOD", "Gain"), "1.0000");
-    // The sums of the days' profits are more than money can hold.
     EXPECT_EQ(BoxWith("cannot be shown"),
-              "A list of this account cannot be shown.\nError number 6\n"
-              "Description: Overflow");
+              "A list of this account cannot be shown.\nError number 13\nDescription: Table "
+              "DailyProfitLoss, row X151, 2026-03-02, 09:30:00.000, column ProfitLoss: 'abc' is no "
+              "number.");
     EXPECT_TRUE(run.App().Host().Loaded("frmHistoryList"));
 }
 
 TEST_F(DamagedAccount, WithAnyValueInAnyFieldOfItsControlRowsOpens)
 {
-    run.boxes.OnBox = [](const ScriptedBoxes::ShownBox &box) {
-        throw std::runtime_error(box.text.toStdString());
-    };
+    const QString named = QStringLiteral("These values of the account cannot be read");
+    int boxes = 0;
     for (int field = 1; field <= 12; ++field) {
         for (const char *value : BadValues) {
             TestAppFolder own;
@@ -239,14 +238,16 @@ TEST_F(DamagedAccount, WithAnyValueInAnyFieldOfItsControlRowsOpens)
                             .arg(value));
             ownRun.AddScreen("frmPassword"); // where a flag asks for it
             ownRun.WhenModal("frmPassword", [&] { ownRun.App().Host().Unload("frmPassword"); });
-            SCOPED_TRACE(field);
-            SCOPED_TRACE(value);
-            ownRun.boxes.OnBox = run.boxes.OnBox;
+            ownRun.boxes.OnBox = [&](const ScriptedBoxes::ShownBox &box) {
+                if (!box.text.startsWith(named))
+                    throw std::runtime_error("Field" + std::to_string(field) + " = " + value + ": " +
+                                             box.text.toStdString());
+            };
             ASSERT_TRUE(ownRun.App().Launch());
-            for (const QString &text : ownRun.boxes.Texts())
-                ADD_FAILURE() << qPrintable(text);
+            boxes += int(ownRun.boxes.Texts().size());
         }
     }
+    EXPECT_GT(boxes, 10);
 }
 
 TEST_F(DamagedAccount, RefusesToPostToARowThatCannotBeRead)

@@ -416,6 +416,8 @@ TEST_F(RebuildWizard, AStoreThatRefusesTheDeletesIsNoInvalidAccount)
 
 TEST_F(RebuildWizard, ASignOnGivenUpOnTheWayRebuildsNothing)
 {
+    run.GiveBalance(folder.SampleAccount(), "2026-03-02", 1);
+    State().account.AccountBalance = Currency();
     run.GiveSecurity(folder.SampleAccount(), 1, 0, 15);
     const QString before = Dump();
     run.WhenModal("frmPassword", [&] { run.App().Host().Unload("frmPassword"); });

@@ -349,8 +349,9 @@ TEST_F(SecurityMaster, KeepsTheOldSymbolEverywhereWhenATableRefuses)
             EXPECT_EQ(error.Text(),
                       "The new symbol could not be saved: refused. Nothing was changed.");
         }
-        if (QLatin1String(table) != QLatin1String("PriceHistory")) // which has no names
+        if (QLatin1String(table) != QLatin1String("PriceHistory")) { // which has no names
             EXPECT_THROW(ChangeName(work, symbol, "Other"), FailedWrite);
+        }
         account.ExecuteScript("DROP TRIGGER Refuse");
         EXPECT_EQ(Tables(symbol), 5) << table;
         EXPECT_EQ(Tables("ACM"), 0) << table;
