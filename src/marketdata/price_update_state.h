@@ -12,13 +12,13 @@ class PriceCyclePause;
 
 struct PriceUpdateState
 {
-    bool PriceUpdateActive = false; ///< frmInternetTran is loaded
-    bool UpdateInProgress = false;  ///< a cycle is running
-    Integer MinutesSinceUpdate;     ///< ticks (of 65 s) since the last finished cycle
+    bool PriceUpdateActive = false;     ///< frmInternetTran is loaded
+    bool UpdateInProgress = false;      ///< a cycle is running
+    Integer MinutesSinceUpdate;         ///< ticks (of 65 s) since the last finished cycle
     bool HistoricalRetryNeeded = false; ///< the next cycle loads daily prices, whatever the date
     SiteWaits Waits;
-    int ConnectionState = 0;            ///< 1 connecting, 2 connected, 3 disabled, 4 error
-    int LastError = 0;                  ///< number of the error that ended a cycle last
+    int ConnectionState = 0; ///< 1 connecting, 2 connected, 3 disabled, 4 error
+    int LastError = 0;       ///< number of the error that ended a cycle last
 
     QString WebLoginId; ///< of the site in use, in the clear, for this run
     QString WebPassword;

@@ -37,13 +37,12 @@ public:
             return read();
         } catch (const RuntimeError &error) {
             const QString column = m_rows.ColumnNames()[m_at.field[field]];
-            const QString problem =
-                UnreadableValue({QStringLiteral("DescriptiveTable"),
-                                 {m_rows.Text(m_at.tableName)},
-                                 column,
-                                 TextOf(m_at.field[field])},
-                                error.Number())
-                    .Description();
+            const QString problem = UnreadableValue({QStringLiteral("DescriptiveTable"),
+                                                     {m_rows.Text(m_at.tableName)},
+                                                     column,
+                                                     TextOf(m_at.field[field])},
+                                                    error.Number())
+                                        .Description();
             if (!Problems.contains(problem))
                 Problems += problem;
             return decltype(read())();
@@ -105,9 +104,8 @@ bool ReadBalance(Recordset &rows, FieldReader &fields, const DescriptiveColumns 
         rows.Set(at.field[7], fields.OrZero(7, [&] {
             return rows.ShareCount(at.field[7]) + Single::FromFloat(1);
         }));
-    account.ElapsedDays = fields.OrZero(7, [&] {
-        return Integer::FromWide(qRound64(rows.ShareCount(at.field[7]).ToDouble()));
-    });
+    account.ElapsedDays = fields.OrZero(
+        7, [&] { return Integer::FromWide(qRound64(rows.ShareCount(at.field[7]).ToDouble())); });
 
     const QString current = ProgramVersion().Text();
     if (IsZeroOrNull(rows, at.field[6]) || !IsVersion(rows.Text(at.field[6]).trimmed()))
@@ -194,8 +192,9 @@ std::optional<QStringList> WalkControlRows(Connection &gConnAccount, AccountStat
     }
     // An account that is not set up yet has none, and no transactions either.
     if (!hasBalance && gConnAccount.Prepare(QStringLiteral("SELECT 1 FROM History")).Step())
-        fields.Problems += QStringLiteral("Table DescriptiveTable: the row Balance, with the balance "
-                                          "of the account in its column Field01, is missing.");
+        fields.Problems +=
+            QStringLiteral("Table DescriptiveTable: the row Balance, with the balance "
+                           "of the account in its column Field01, is missing.");
     return fields.Problems;
 }
 

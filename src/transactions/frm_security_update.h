@@ -95,8 +95,8 @@ private:
     bool EntryError = false; ///< the last check found something
     bool m_unloading = false;
     bool m_isRefused = false; ///< the last change of a field was not saved
-    QString m_symbol;        ///< of the security in the fields; empty: none yet
-    QString m_trackerSymbol; ///< of its position row
-    SecurityFields m_detail; ///< as the master list has it
-    Selection m_selection;   ///< the last one that has a position row
+    QString m_symbol;         ///< of the security in the fields; empty: none yet
+    QString m_trackerSymbol;  ///< of its position row
+    SecurityFields m_detail;  ///< as the master list has it
+    Selection m_selection;    ///< the last one that has a position row
 };

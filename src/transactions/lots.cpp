@@ -55,21 +55,24 @@ void PurchaseLots::Read()
     m_lots.clear();
     m_withEmpty.clear();
     Statement statement = m_connection->Prepare(
-        // A lot whose values are no usable numbers stays in the file, and out of every count.
         QStringLiteral("SELECT ID, Symbol, Shares, PurchasePrice, TransDate, Time "
-                       "FROM PriceHistory WHERE Shares BETWEEN -3.4e38 AND 3.4e38 AND "
-                       "PurchasePrice BETWEEN -9223372036854775807 AND 9223372036854775806 "
-                       "ORDER BY Symbol, TransDate, Time, ID"));
+                       "FROM PriceHistory ORDER BY Symbol, TransDate, Time, ID"));
     QString symbol;
     std::vector<Lot> *lots = nullptr;
     while (statement.Step()) {
+        Lot lot;
+        try {
+            lot = {statement.Int64(0), statement.ShareCount(2), statement.Money(3),
+                   statement.Date(4), statement.Time(5)};
+        } catch (const RuntimeError &) {
+            continue; // no usable number: it stays in the file, and out of every count
+        }
         const QString rowSymbol = statement.Text(1);
         if (!lots || rowSymbol != symbol) {
             symbol = rowSymbol;
             lots = &m_lots[symbol];
         }
-        lots->push_back({statement.Int64(0), statement.ShareCount(2), statement.Money(3),
-                         statement.Date(4), statement.Time(5)});
+        lots->push_back(lot);
         if (lots->back().Shares.IsZero())
             m_withEmpty.insert(symbol);
     }

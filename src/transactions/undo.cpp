@@ -137,6 +137,14 @@ bool TakeBackWhole(PostingWork &work, const std::function<void()> &reloadDataGri
     return true;
 }
 
+/// The lots that the transaction consumed come back, and the one that it added is dropped.
+void RollbackUndoTransaction(PostingWork &work)
+{
+    if (work.gRsLots.InTransaction())
+        work.gRsLots.RollbackTrans();
+    work.undo.PostingTransactionOpen = work.undo.RowTransactionOpen = false;
+}
+
 } // namespace
 
 UndoOutcome UndoLastTransaction(PostingWork &work, const std::function<void()> &reloadDataGrid)
@@ -150,9 +158,7 @@ UndoOutcome UndoLastTransaction(PostingWork &work, const std::function<void()> &
             work.rows.OnRowsChanged(); // shows them as they were
         return UndoOutcome::Failed;
     }
-    if (work.gRsLots.InTransaction())
-        work.gRsLots.RollbackTrans();
-    work.undo.PostingTransactionOpen = work.undo.RowTransactionOpen = false;
+    RollbackUndoTransaction(work);
     work.gRsLots.Reload();
     EnableUndoCommands(work.services.commands, false);
     work.undo.UndoInProgress = false;

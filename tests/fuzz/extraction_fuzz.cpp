@@ -129,8 +129,7 @@ void CheckPrice(const QString &text, const Formats &formats)
         Require(error.Number() == RuntimeError::TypeMismatchNumber ||
                     error.Number() == RuntimeError::OverflowNumber,
                 "a price ends in another error");
-        Require(text.contains(QLatin1Char('.')) ||
-                    error.Number() == RuntimeError::OverflowNumber,
+        Require(text.contains(QLatin1Char('.')) || error.Number() == RuntimeError::OverflowNumber,
                 "a price without a point ends in an error of its form");
     }
 }

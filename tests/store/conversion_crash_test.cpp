@@ -94,7 +94,10 @@ public:
                     "SELECT TableName, Field08 FROM ApplicationTable ORDER BY TableName, Field08");
     }
     /// What a start of the program does before it opens an account.
-    void Start() { UnfinishedWork::CleanUp(m_folder.Path(), [](const QString &) {}); }
+    void Start()
+    {
+        UnfinishedWork::CleanUp(m_folder.Path(), [](const QString &) {});
+    }
     std::string Listing() const
     {
         return QDir(m_folder.Path())

@@ -88,11 +88,12 @@ TEST_F(UnreadableValues, OfTheControlRowsAreNamedCountAsZeroAndStayAsTheyAre)
         "'6018', 1e300, 'Style1', 'n/a', 0, 0, '0'), ('Style1', 'ten', 20000, 0, '2026-03-02', "
         "'2026-03-02', '5', 0, 'n/a', 'n/a', 0, 0, '0')");
     AccountState state;
-    EXPECT_EQ(LoadDescriptiveTable(m_account, state, QDate(2026, 3, 2)),
-              QStringList({"Table DescriptiveTable, row Balance, column Field01: 'much' is no number.",
-                           "Table DescriptiveTable, row Balance, column Field07: '1.0e+300' does not "
-                           "fit.",
-                           "Table DescriptiveTable, row Style1, column Field01: 'ten' is no number."}));
+    EXPECT_EQ(
+        LoadDescriptiveTable(m_account, state, QDate(2026, 3, 2)),
+        QStringList({"Table DescriptiveTable, row Balance, column Field01: 'much' is no number.",
+                     "Table DescriptiveTable, row Balance, column Field07: '1.0e+300' does not "
+                     "fit.",
+                     "Table DescriptiveTable, row Style1, column Field01: 'ten' is no number."}));
     EXPECT_EQ(state.AccountBalance, Currency());
     EXPECT_EQ(state.CommissionPerShare, Currency("2"));
     Statement stored = m_account.Prepare("SELECT Field01 FROM DescriptiveTable");
@@ -109,6 +110,7 @@ TEST_F(UnreadableValues, AMissingBalanceRowIsNamed)
     const auto load = [&] { return LoadDescriptiveTable(m_account, state, QDate(2026, 3, 2)); };
     EXPECT_EQ(load(), QStringList()); // it is being set up
     m_account.ExecuteScript("INSERT INTO History (Symbol) VALUES ('ACME')");
-    EXPECT_EQ(load(), QStringList("Table DescriptiveTable: the row Balance, with the balance of the "
-                                  "account in its column Field01, is missing."));
+    EXPECT_EQ(load(),
+              QStringList("Table DescriptiveTable: the row Balance, with the balance of the "
+                          "account in its column Field01, is missing."));
 }

@@ -240,8 +240,8 @@ TEST_F(DamagedAccount, WithAnyValueInAnyFieldOfItsControlRowsOpens)
             ownRun.WhenModal("frmPassword", [&] { ownRun.App().Host().Unload("frmPassword"); });
             ownRun.boxes.OnBox = [&](const ScriptedBoxes::ShownBox &box) {
                 if (!box.text.startsWith(named))
-                    throw std::runtime_error("Field" + std::to_string(field) + " = " + value + ": " +
-                                             box.text.toStdString());
+                    throw std::runtime_error("Field" + std::to_string(field) + " = " + value +
+                                             ": " + box.text.toStdString());
             };
             ASSERT_TRUE(ownRun.App().Launch());
             boxes += int(ownRun.boxes.Texts().size());
