@@ -1,30 +1,48 @@
 #pragma once
 
-/// One request for a page and its reply, over HTTP/1.1, on a connection that may be used again.
+/// One request for a page and its reply, by libcurl within the program's own event loop.
 ///
-///     HttpExchange exchange;
+///     HttpExchange exchange(largestBody);
 ///     exchange.OnOver = [&] { ... exchange.Reply() ... };
-///     exchange.Begin(url, proxy, {{"Accept", "*/*"}});
+///     exchange.Begin({url, proxy, {{"Accept", "*/*"}}});
 ///
-/// Qt's access manager does this as well, but takes a page in chunks for whole now and then when its
-/// connection was cut, and hands a part of a price on. Here the end of a reply is known or it is an error:
-/// a body has its length or its last chunk. Only a body with neither ends with the connection, and
-/// endIsCertain is false then.
+/// A reply that was cut short is an error: a body has its length or its last chunk. Only a body with
+/// neither ends with the connection, and endIsCertain is false then.
 ///
-/// Certificates are verified. Redirects, logins and compression are the caller's.
+/// Certificates are verified, by the system's store or the file that SSL_CERT_FILE names. Cookies are
+/// kept in memory as long as the object lives. Redirects and compression are left to the caller.
 
 #include <QByteArray>
 #include <QList>
 #include <QNetworkProxy>
+#include <QObject>
 #include <QUrl>
 
+#include <curl/curl.h>
+
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 
-class QSslSocket;
+class QSocketNotifier;
 
 using HttpHeaders = QList<std::pair<QByteArray, QByteArray>>;
+
+/// Given when the server asks for it, as Basic, Digest or NTLM.
+struct HttpLogin
+{
+    QString user;
+    QString password;
+};
+
+struct HttpRequest
+{
+    QUrl url;
+    QNetworkProxy proxy;
+    HttpHeaders headers;
+    std::optional<HttpLogin> login;
+};
 
 struct HttpReply
 {
@@ -41,7 +59,7 @@ struct HttpReply
     QByteArray Header(const QByteArray &name) const;
 };
 
-class HttpExchange
+class HttpExchange : private QObject
 {
 public:
     /// What a request reaches, in this order.
@@ -53,59 +71,46 @@ public:
     };
 
     explicit HttpExchange(qint64 largestBody);
-    ~HttpExchange();
-    HttpExchange(const HttpExchange &) = delete;
-    HttpExchange &operator=(const HttpExchange &) = delete;
+    ~HttpExchange() override;
 
-    std::function<void(Progress)> OnProgress;
-    std::function<void()> OnOver; ///< may begin another exchange
+    std::function<void(Progress)> OnProgress; ///< may take notes, but begin and end nothing
+    std::function<void()> OnOver;             ///< may begin another exchange
 
-    /// Ends one that is under way, without a call of OnOver.
-    void Begin(const QUrl &url, const QNetworkProxy &proxy, const HttpHeaders &headers);
+    /// Ends one that is under way, without a call of OnOver. Nothing is called before it returns.
+    void Begin(const HttpRequest &request);
     void Abort();
     const HttpReply &Reply() const { return m_reply; }
-    /// Closes the connections that are kept open.
+    /// Closes all connections; ends an exchange that is under way.
     void CloseConnections();
 
-private:
-    enum class Part
-    {
-        Head,
-        ByLength,
-        ChunkSize,
-        ChunkData,
-        ChunkEnd,
-        Trailer,
-        UntilClose,
-        Over
-    };
+protected:
+    void timerEvent(QTimerEvent *event) override;
 
-    void Connect();
-    void Send();
-    void Read();
-    bool TakePart();
-    bool TakeHead();
-    bool TakeChunkSize();
-    bool TakeBody(qint64 &left);
-    std::optional<QByteArray> TakeLine();
-    void BeginBody();
-    void Ended(int error, const QString &text);
-    void Fail(int error, const QString &text);
-    void Finish();
-    QString Site() const;
+private:
+    struct SocketWatch;
+    template <typename Value>
+    void Set(CURLoption option, Value value);
+    void SetProxy(const QNetworkProxy &proxy);
+    void SetNotes();
+    void CreateConnections();
+    void StopTimer();
+    void HandleSocket(curl_socket_t socket, int activity);
+    void Finish(CURLcode result);
+    void Note(Progress progress);
+    bool TakeHeadLine(const QByteArray &line);
+    bool TakeBody(const char *bytes, qint64 count);
 
     const qint64 m_largestBody;
-    QUrl m_url;
-    QNetworkProxy m_proxy;
-    HttpHeaders m_requestHeaders;
-    std::unique_ptr<QSslSocket> m_socket;
-    std::unique_ptr<QSslSocket> m_kept; ///< from the last exchange, for the same site
-    QString m_keptSite;
-    bool m_isReused = false; ///< the site may have closed it meanwhile
     HttpReply m_reply;
-    QByteArray m_received;
-    Part m_part = Part::Over;
-    qint64 m_left = 0; ///< bytes of the body or chunk
-    bool m_isKept = false;
-    std::shared_ptr<int> m_turn; ///< a late signal of an earlier connection finds another one here
+    bool m_isUnderWay = false;
+    bool m_isHeadWhole = false;
+    qsizetype m_headBytes = 0;
+    char m_errorText[CURL_ERROR_SIZE] = {};
+    int m_timer = 0; ///< 0: none runs
+    std::map<curl_socket_t, SocketWatch> m_watches;
+    std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)> m_headers{nullptr,
+                                                                          curl_slist_free_all};
+    std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> m_transfer{nullptr, curl_easy_cleanup};
+    std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> m_connections{nullptr,
+                                                                        curl_multi_cleanup};
 };

@@ -5,8 +5,6 @@
 #include "platform/inet_proxies.h"
 #include "platform/inet_text.h"
 
-#include <QNetworkCookie>
-#include <QNetworkCookieJar>
 #include <QRegularExpression>
 #include <QUrl>
 
@@ -57,9 +55,9 @@ QUrl UrlOf(const QString &address)
     return url;
 }
 
-HttpHeaders HeadersOf(const QByteArray &cookies, const QByteArray &authorization)
+HttpHeaders UsualHeaders()
 {
-    HttpHeaders headers{
+    return {
         // Some services turn away what does not call itself a browser.
         {"User-Agent", "Mozilla/5.0 (X11; Linux x86_64)"},
         {"Accept", "*/*"},
@@ -70,11 +68,6 @@ HttpHeaders HeadersOf(const QByteArray &cookies, const QByteArray &authorization
         {"Pragma", "no-cache"},
         {"Cache-Control", "no-cache"},
     };
-    if (!cookies.isEmpty())
-        headers.append({"Cookie", cookies});
-    if (!authorization.isEmpty())
-        headers.append({"Authorization", authorization});
-    return headers;
 }
 
 bool IsOfTheWeb(const QUrl &url)
@@ -82,14 +75,6 @@ bool IsOfTheWeb(const QUrl &url)
     const bool isWeb =
         url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
     return url.isValid() && isWeb && !url.host().isEmpty();
-}
-
-bool AsksForBasicLogin(const HttpReply &reply)
-{
-    return std::any_of(reply.headers.begin(), reply.headers.end(), [](const auto &header) {
-        return header.first.compare("WWW-Authenticate", Qt::CaseInsensitive) == 0 &&
-               header.second.toLower().contains("basic");
-    });
 }
 
 bool IsSameSite(const QUrl &one, const QUrl &other)
@@ -146,10 +131,9 @@ public:
 private:
     class UnderWay;
     void DemandIdle() const;
-    void Send(const QUrl &url, const QByteArray &authorization = {});
+    void Send(const QUrl &url);
     void TakeReply();
     bool Redirect(const HttpReply &reply);
-    bool GiveLogin(const HttpReply &reply);
     void PostStates();
     void Post(int state);
     QString TakePage();
@@ -160,14 +144,13 @@ private:
     Clock &m_clock;
     HttpExchange m_exchange{MaximumPageBytes};
     InetProxies m_proxies;
-    QNetworkCookieJar m_cookies; ///< of the run
-    QUrl m_url;                  ///< asked for now: the address, or where it points to
+    QUrl m_url; ///< asked for now: the address, or where it points to
     int m_redirects = 0;
     QString m_redirectFailure;
     bool m_isUnderWay = false;
     bool m_isCancelled = false;
     bool m_isOver = false; ///< the reply has ended, or the page is full
-    QUrl m_loginSite;      ///< whose demand gets the login; empty when none does, or it was given
+    QUrl m_loginSite;      ///< whose demand gets the login; empty when none does
     int m_reached = 0;     ///< the state
     int m_posted = 0;
 };
@@ -243,28 +226,23 @@ QString Inet::Transfer::Fetch(const QString &address, bool givesLogin)
     return TakePage();
 }
 
-void Inet::Transfer::Send(const QUrl &url, const QByteArray &authorization)
+/// The login goes to the site of the address alone, not to one that this one points to.
+void Inet::Transfer::Send(const QUrl &url)
 {
     m_url = url;
     m_reached = std::max<int>(m_reached, LookingUp);
-    QByteArray cookies;
-    for (const QNetworkCookie &cookie : m_cookies.cookiesForUrl(url))
-        cookies +=
-            (cookies.isEmpty() ? "" : "; ") + cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
-    m_exchange.Begin(url, m_proxies.queryProxy(QNetworkProxyQuery(url)).value(0),
-                     HeadersOf(cookies, authorization));
+    std::optional<HttpLogin> login;
+    if (!m_loginSite.isEmpty() && IsSameSite(url, m_loginSite))
+        login = HttpLogin{m_inet.UserName, m_inet.Password};
+    m_exchange.Begin(
+        {url, m_proxies.queryProxy(QNetworkProxyQuery(url)).value(0), UsualHeaders(), login});
 }
 
 /// May be followed by a further request.
 void Inet::Transfer::TakeReply()
 {
     const HttpReply &reply = m_exchange.Reply();
-    for (const auto &[name, value] : reply.headers)
-        if (name.compare("Set-Cookie", Qt::CaseInsensitive) == 0)
-            m_cookies.setCookiesFromUrl(QNetworkCookie::parseCookies(value), m_url);
-    if (reply.error == 0 && (Redirect(reply) || GiveLogin(reply)))
-        return;
-    m_isOver = true;
+    m_isOver = reply.error != 0 || !Redirect(reply);
 }
 
 bool Inet::Transfer::Redirect(const HttpReply &reply)
@@ -287,20 +265,6 @@ bool Inet::Transfer::Redirect(const HttpReply &reply)
     if (!m_redirectFailure.isEmpty())
         return false;
     Send(next);
-    return true;
-}
-
-/// Once, and only to the site of the address, not to one that this one points to. A login that was
-/// refused is not given again: then the page that says so comes back.
-bool Inet::Transfer::GiveLogin(const HttpReply &reply)
-{
-    if (reply.status != 401 || !AsksForBasicLogin(reply))
-        return false;
-    const QUrl site = std::exchange(m_loginSite, {});
-    if (site.isEmpty() || !IsSameSite(m_url, site))
-        return false;
-    Send(m_url,
-         "Basic " + (m_inet.UserName + QLatin1Char(':') + m_inet.Password).toUtf8().toBase64());
     return true;
 }
 

@@ -372,6 +372,22 @@ TEST_F(InetPage, GivesTheLoginWhenTheSiteAsks)
     EXPECT_EQ(m_server.Requests("/member"), 2); // asked, and given
 }
 
+TEST_F(InetPage, GivesTheLoginAsADigestWhereTheSiteAsksForThat)
+{
+    m_server.On("/member", [](const LoopbackServer::Request &request) {
+        return request.Header("Authorization").startsWith("Digest username=\"me\"")
+                   ? Page("ACME 10.50")
+                   : Page("who are you")
+                         .Status(401)
+                         .Header("WWW-Authenticate",
+                                 "Digest realm=\"members\", nonce=\"7\", qop=\"auth\"");
+    });
+    EXPECT_EQ(FetchAsMember("/member", "me", "secret"), "ACME 10.50");
+    EXPECT_FALSE(m_server.LastRequest().Header("Authorization").contains("secret"));
+    EXPECT_EQ(Fetch("/member"), "who are you");
+    EXPECT_EQ(m_server.LastRequest().Header("Authorization"), "");
+}
+
 TEST_F(InetPage, HandsBackTheRefusalOfAWrongLogin)
 {
     m_server.On("/member", Page("ACME 10.50").AskLogin("me", "secret", "Authorization failed"));
@@ -569,6 +585,26 @@ TEST_F(InetPage, CannotConnectThroughAProxyThatIsNotThere)
     m_inet.AccessType = Inet::NamedProxy;
     EXPECT_EQ(m_inet.OpenURL("http://quotes.invalid/q"), "");
     EXPECT_EQ(m_inet.ResponseCode(), Inet::CannotConnect);
+}
+
+TEST_F(InetPage, TellsThatAProxyRefusesATunnel)
+{
+    const EnvironmentVariable proxy("https_proxy", m_server.Origin());
+    m_server.On("quotes.invalid:443", Page().Status(407));
+    m_inet.AccessType = Inet::NamedProxy;
+    EXPECT_EQ(m_inet.OpenURL("https://quotes.invalid/q"), "");
+    EXPECT_EQ(m_inet.ResponseCode(), Inet::InvalidReply);
+    EXPECT_EQ(m_server.LastRequest().method, "CONNECT");
+}
+
+TEST_F(InetPage, FindsTheProxyOfEachAddressThatARedirectPointsTo)
+{
+    const EnvironmentVariable proxy("http_proxy", m_server.Origin());
+    m_server.On("http://quotes.invalid/q", Page::RedirectTo(m_server.Address("/quotes").toUtf8()));
+    m_server.On("/quotes", Page("ACME 10.50"));
+    m_inet.AccessType = Inet::NamedProxy;
+    EXPECT_EQ(m_inet.OpenURL("http://quotes.invalid/q"), "ACME 10.50");
+    EXPECT_EQ(m_server.LastRequest().target, "/quotes"); // not asked of a proxy
 }
 
 // --- connections -----------------------------------------------------------------------------------

@@ -6,6 +6,7 @@
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QSslKey>
+#include <QTemporaryFile>
 
 inline QSslCertificate LoopbackCertificate()
 {
@@ -42,14 +43,22 @@ class TrustInLoopback
 public:
     TrustInLoopback()
     {
-        QSslConfiguration trusting = m_before;
-        trusting.addCaCertificate(LoopbackCertificate());
-        QSslConfiguration::setDefaultConfiguration(trusting);
+        m_file.open();
+        m_file.write(LoopbackCertificate().toPem());
+        m_file.close();
+        qputenv("SSL_CERT_FILE", m_file.fileName().toLocal8Bit());
     }
-    ~TrustInLoopback() { QSslConfiguration::setDefaultConfiguration(m_before); }
+    ~TrustInLoopback()
+    {
+        if (m_before.isNull())
+            qunsetenv("SSL_CERT_FILE");
+        else
+            qputenv("SSL_CERT_FILE", m_before);
+    }
     TrustInLoopback(const TrustInLoopback &) = delete;
     TrustInLoopback &operator=(const TrustInLoopback &) = delete;
 
 private:
-    const QSslConfiguration m_before = QSslConfiguration::defaultConfiguration();
+    QTemporaryFile m_file;
+    const QByteArray m_before = qgetenv("SSL_CERT_FILE");
 };
