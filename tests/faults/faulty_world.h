@@ -80,6 +80,7 @@ public:
     SmallDisk(const SmallDisk &) = delete;
     SmallDisk &operator=(const SmallDisk &) = delete;
 
+    bool IsMounted() const { return m_isMounted; }
     /// Leaves about this many bytes free.
     void Fill(qint64 left) const;
     void MakeRoom() const;
