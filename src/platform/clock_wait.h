@@ -23,7 +23,10 @@ inline bool HandleEventsUntil(const std::function<bool()> &done, std::chrono::mi
     };
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                      &loop, look);
-    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
+    QTimer end; // ends with the wait: one for each page would stay until its limit otherwise
+    end.setSingleShot(true);
+    QObject::connect(&end, &QTimer::timeout, &loop, &QEventLoop::quit);
+    end.start(limit);
     loop.exec();
     return isDone || done(); // at the limit it may have come while a box was open
 }
