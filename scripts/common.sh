@@ -6,8 +6,8 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 # Packages that a bare Debian 12 lacks; apt adds their dependencies.
 program_packages=( # to build and to run the program
     g++ cmake ninja-build pkgconf
-    qt6-base-dev qt6-charts-dev qt6-httpserver-dev libqt6svg6
-    libsqlite3-dev zlib1g-dev libgsf-1-dev libcurl4-openssl-dev
+    qt6-base-dev qt6-charts-dev libqt6svg6
+    libsqlite3-dev zlib1g-dev libgsf-1-dev libcurl4-openssl-dev libmicrohttpd-dev
     ca-certificates fonts-dejavu-core
 )
 test_packages=(libgtest-dev python3-xlrd) # without them no test can be built or run

@@ -6,7 +6,7 @@
 #   base < platform < store < engines < platform/widgets < program < frm_ screens < shell < driver,
 #   browser_plugin
 # Engines and the floors below know nothing of widgets and pictures: of Qt they use the modules
-# Core, Network and HttpServer. No screen knows another one; a screen of several files
+# Core and Network. No screen knows another one; a screen of several files
 # (frm_x.h, frm_x_columns.cpp) is one screen. Time, waits and boxes go through the clock and the
 # dialogs alone.
 set -euo pipefail
@@ -52,7 +52,7 @@ mapfile -d '' -t files < <(find . -type f \( -name '*.h' -o -name '*.cpp' \) -pr
     FILENAME == "-" {
         split($0, part, "/")
         module_is_known[part[1]] = 1
-        if (part[1] ~ /^Qt(Core|Network|HttpServer)$/) may_use[part[1]] = may_use[part[2]] = 1
+        if (part[1] ~ /^Qt(Core|Network)$/) may_use[part[1]] = may_use[part[2]] = 1
         else is_above[part[2]] = 1
         next
     }

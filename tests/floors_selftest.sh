@@ -23,7 +23,7 @@ clean_tree() {
     write platform/widgets/data_grid.h '#include <QTableView>' '#include "base/currency.h"'
     write store/account.cpp '#include "platform/inet.h"' '// never QMessageBox in here'
     write charts/chart_series.cpp '#include "lists/delete_rows.h"' '#include "store/account.h"'
-    write marketdata/practice_quotes.cpp '#include <QHttpServer>' '#include <QtNetwork/QTcpServer>'
+    write marketdata/practice_quotes.cpp '#include <QHostAddress>' '#include <QtNetwork/QTcpServer>'
     write program/program.h '#include "tracking/valuation.h"' '#include "platform/widgets/data_grid.h"'
     write lists/frm_history_list.h '#include <QWidget>' '#include "program/program.h"'
     write lists/frm_history_list.cpp '#include "frm_history_list.h"' '#include "lists/delete_rows.h"'

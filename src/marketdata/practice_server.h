@@ -14,9 +14,9 @@
 /// letters, digits, ".", "-", "^" and "="; and all that begins with "ZZ". Symbols are separated by
 /// "," or "+". Another path has the status 404, another method than GET 405.
 ///
-/// Bounds: 16 KB of head, no body, 16 connections (the one that was silent longest makes room); a Host
-/// header that names another machine has the status 403, since a web page in the user's browser could
-/// have pointed that name here.
+/// Bounds: 16 KB of head (32 KB are read), no body, 16 connections (the one that was silent longest makes
+/// room); a Host header that names another machine has the status 403, since a web page in the user's
+/// browser could have pointed that name here.
 ///
 /// It needs the event loop to run while a page is fetched, and nothing else: no thread, no network.
 
@@ -46,7 +46,6 @@ public:
     static constexpr quint16 DeliveredPort = 8917;
 
 private:
-    class Connection;
     class Pages;
     Clock &m_clock;
     std::unique_ptr<Pages> m_pages;

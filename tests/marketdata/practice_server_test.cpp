@@ -283,7 +283,9 @@ TEST_F(PracticeServerTest, ReadsNoMoreThanSixteenKilobytesOfAHead)
     };
     EXPECT_EQ(status(16 * 1024), "HTTP/1.1 200");
     EXPECT_EQ(status(16 * 1024 + 1), "HTTP/1.1 431");
-    EXPECT_EQ(Send(QByteArray(17 * 1024, 'x'), "\r\n\r\n").left(12), "HTTP/1.1 431"); // no end
+    EXPECT_EQ(Send(begin + QByteArray(32 * 1024, 'x'), "\r\n\r\n").left(12),
+              "HTTP/1.1 431"); // no end
+    EXPECT_EQ(Send(QByteArray(32 * 1024, 'x'), "\r\n\r\n").left(12), "HTTP/1.1 414");
     EXPECT_TRUE(IsWell());
 }
 
