@@ -1,5 +1,6 @@
 #include "lists/delete_rows.h"
 
+#include "store/failed_write.h"
 #include "transactions/matching.h"
 
 namespace
@@ -70,6 +71,28 @@ int DeletePlainRows(Connection &gConnAccount, const QString &table, const Delete
     throw RuntimeError(RuntimeError::InvalidArgumentNumber, QStringLiteral("No such option"));
 }
 
+/// One transaction; returns how many rows went.
+int DeleteAll(Connection &gConnAccount, const DeleteChoice &choice)
+{
+    WriteGuard guard(gConnAccount);
+    int count = 0;
+    switch (choice.table) {
+    case DeleteTable::None:
+        break;
+    case DeleteTable::History:
+        count = DeleteHistoryRows(gConnAccount, choice);
+        break;
+    case DeleteTable::PriceHistory:
+        count = DeletePlainRows(gConnAccount, QStringLiteral("PriceHistory"), choice);
+        break;
+    case DeleteTable::DailyProfitLoss:
+        count = DeletePlainRows(gConnAccount, QStringLiteral("DailyProfitLoss"), choice);
+        break;
+    }
+    guard.Commit();
+    return count;
+}
+
 } // namespace
 
 QString DeleteCaption(DeleteTable table)
@@ -118,22 +141,8 @@ bool ConfirmDelete(const Services &services, const DeleteChoice &choice)
 
 int DeleteRows(Connection &gConnAccount, const DeleteChoice &choice)
 {
-    WriteGuard guard(gConnAccount);
     int count = 0;
-    switch (choice.table) {
-    case DeleteTable::None:
-        break;
-    case DeleteTable::History:
-        count = DeleteHistoryRows(gConnAccount, choice);
-        break;
-    case DeleteTable::PriceHistory:
-        count = DeletePlainRows(gConnAccount, QStringLiteral("PriceHistory"), choice);
-        break;
-    case DeleteTable::DailyProfitLoss:
-        count = DeletePlainRows(gConnAccount, QStringLiteral("DailyProfitLoss"), choice);
-        break;
-    }
-    guard.Commit();
+    OrFail(QStringLiteral("The deletion"), [&] { count = DeleteAll(gConnAccount, choice); });
     return count;
 }
 

@@ -50,7 +50,7 @@ QString DeleteCaption(DeleteTable table);
 bool ConfirmDelete(const Services &services, const DeleteChoice &choice);
 
 /// Deletes, all of it in one transaction, and returns how many rows went; purchases that were only
-/// lowered do not count. A table of None deletes nothing. Throws RuntimeError when the store refuses;
+/// lowered do not count. A table of None deletes nothing. Throws FailedWrite when the store refuses;
 /// the file then has every row as it was. Cost is linear in the rows of the table.
 int DeleteRows(Connection &gConnAccount, const DeleteChoice &choice);
 

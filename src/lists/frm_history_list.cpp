@@ -6,6 +6,7 @@
 #include "program/delete_options.h"
 #include "program/select_security.h"
 #include "program/wait_cursor.h"
+#include "store/failed_write.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -132,8 +133,8 @@ void frmHistoryList::ConnectGrid()
             newRow.Set(column, QString());
     };
     m_source.OnFailure = [this](const RuntimeError &error) {
-        MsgBox(QStringLiteral("The row could not be stored. It stays as you typed it.\n") +
-                   ErrorLines(error),
+        MsgBox(QStringLiteral("The row could not be stored: %1.\nIt stays as you typed it.")
+                   .arg(ReasonOf(error)),
                Box::Exclamation, EditorBox);
     };
 }
@@ -324,7 +325,7 @@ void frmHistoryList::DataGridHistoryList_BeforeDelete(int row)
         return;
     DataGridHistoryList->CancelRow();
     AdodcHistoryList.MoveTo(row);
-    AdodcHistoryList.Delete();
+    OrFail(QStringLiteral("The deletion of the transaction"), [&] { AdodcHistoryList.Delete(); });
     ShowHistory();
     DataGridHistoryList_RowColChange();
 }

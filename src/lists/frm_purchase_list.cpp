@@ -5,6 +5,7 @@
 #include "program/delete_options.h"
 #include "program/select_security.h"
 #include "program/wait_cursor.h"
+#include "store/failed_write.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -96,8 +97,8 @@ void frmPurchaseList::ConnectGrid()
         Guarded([this, row] { DataGridPurchaseList_BeforeDelete(row); });
     };
     m_source.OnFailure = [this](const RuntimeError &error) {
-        MsgBox(QStringLiteral("The row could not be stored. It stays as you typed it.\n") +
-                   ErrorLines(error),
+        MsgBox(QStringLiteral("The row could not be stored: %1.\nIt stays as you typed it.")
+                   .arg(ReasonOf(error)),
                Box::Exclamation, CaptionEditor());
     };
 }
@@ -251,7 +252,7 @@ void frmPurchaseList::DataGridPurchaseList_BeforeDelete(int row)
         return;
     DataGridPurchaseList->CancelRow();
     AdodcPurchaseList.MoveTo(row);
-    AdodcPurchaseList.Delete();
+    OrFail(QStringLiteral("The deletion of the purchase"), [&] { AdodcPurchaseList.Delete(); });
     DataGridPurchaseList->RefreshRows();
     ReloadLots();
     DataGridPurchaseList_RowColChange();

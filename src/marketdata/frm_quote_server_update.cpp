@@ -6,6 +6,7 @@
 #include "platform/widgets/data_grid.h"
 #include "platform/widgets/list_grid.h"
 #include "program/wait_cursor.h"
+#include "store/failed_write.h"
 
 #include <QApplication>
 #include <QDir>
@@ -107,8 +108,8 @@ void frmQuoteServerUpdate::ConnectGrid()
         m_program.screens.ShowPopup(QStringLiteral("popQSQuoteServer"), where);
     };
     m_source.OnFailure = [this](const RuntimeError &error) {
-        MsgBox(QStringLiteral("The row could not be stored. It stays as you typed it.\n") +
-                   ErrorLines(error),
+        MsgBox(QStringLiteral("The row could not be stored: %1.\nIt stays as you typed it.")
+                   .arg(ReasonOf(error)),
                Box::Exclamation, CaptionEditor());
     };
 }
@@ -232,7 +233,8 @@ void frmQuoteServerUpdate::DataGridQuoteUpdate_BeforeDelete(int row)
         return;
     m_dataGridQuoteUpdate->CancelRow();
     AdodcQuoteServerUpdate.MoveTo(row);
-    AdodcQuoteServerUpdate.Delete();
+    OrFail(QStringLiteral("The deletion of the quote site"),
+           [&] { AdodcQuoteServerUpdate.Delete(); });
     ShowRows();
     LoadSites();
 }

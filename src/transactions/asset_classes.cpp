@@ -1,5 +1,7 @@
 #include "transactions/asset_classes.h"
 
+#include "store/failed_write.h"
+
 #include <algorithm>
 
 // --- rows ---------------------------------------------------------------------------------------
@@ -134,12 +136,19 @@ QStringList AssetClassNames(Connection &gConnApplControl)
 
 void AddAssetClassName(Recordset &gRsApplication, const QString &name, QDate today)
 {
-    gRsApplication.AddNew();
-    gRsApplication.Set(QStringLiteral("TableName"), QStringLiteral("AssetClass"));
-    gRsApplication.Set(QStringLiteral("Field04"), today);
-    gRsApplication.Set(QStringLiteral("Field05"), today);
-    gRsApplication.Set(QStringLiteral("Field08"), name);
-    gRsApplication.Update();
+    OrFail(QStringLiteral("The new asset class"), [&] {
+        try {
+            gRsApplication.AddNew();
+            gRsApplication.Set(QStringLiteral("TableName"), QStringLiteral("AssetClass"));
+            gRsApplication.Set(QStringLiteral("Field04"), today);
+            gRsApplication.Set(QStringLiteral("Field05"), today);
+            gRsApplication.Set(QStringLiteral("Field08"), name);
+            gRsApplication.Update();
+        } catch (const RuntimeError &) {
+            gRsApplication.CancelUpdate();
+            throw;
+        }
+    });
     gRsApplication.Requery();
 }
 

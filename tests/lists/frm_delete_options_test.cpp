@@ -295,20 +295,36 @@ TEST_F(DeleteScreen, LetsTheOpenListFollow)
     EXPECT_EQ(grid.CellText(0, 1), "ACME");
 }
 
-TEST_F(DeleteScreen, SaysWhatTheStoreRefusedAndKeepsEveryRow)
+TEST_F(DeleteScreen, SaysThatTheStoreRefusedAndDeletesNothing)
 {
-    Profit("ACME", "2026-02-26");
-    Execute("CREATE TRIGGER refuse BEFORE DELETE ON DailyProfitLoss BEGIN SELECT RAISE(ABORT, "
-            "'kept by the bank'); END");
+    Profit("ACME", "2026-02-27");
+    Trade("ACME", "Bought", 10, "2026-02-27");
+    Position("ACME", 10, "10", "12");
     Open();
     SelectRow("ACME", 1);
-    InDialog("popPLDelete", [&] {
-        run.boxes.Prepare("will be deleted!", Answer::Ok);
-        Press("cmdOK");
-        EXPECT_TRUE(run.boxes.Texts().back().startsWith("Error number "));
-        EXPECT_TRUE(run.boxes.Texts().back().contains("Description: kept by the bank"));
-        EXPECT_TRUE(run.App().Host().Loaded(Dialog));
-        Press("cmdCancel");
-    });
-    EXPECT_EQ(Count("DailyProfitLoss"), 1);
+    for (const auto &[popup, table] : std::initializer_list<std::pair<const char *, QString>>{
+             {"popHLDelete", "History"},
+             {"popPPDelete", "PriceHistory"},
+             {"popPLDelete", "DailyProfitLoss"}}) {
+        SCOPED_TRACE(popup);
+        State().databases.gConnAccount.ExecuteScript(
+            QStringLiteral("CREATE TRIGGER Refuse%1 BEFORE DELETE ON %1 "
+                           "BEGIN SELECT RAISE(ABORT, 'no room'); END")
+                .arg(table));
+        const QString rows = Value("SELECT count(*) FROM " + table);
+        bool isOpen = false;
+        InDialog(popup, [&] {
+            run.boxes.Prepare("deleted", Answer::Ok);
+            PickOption("optAllSelected");
+            Press("cmdOK");
+            isOpen = run.App().Host().Loaded(Dialog) && run.App().Host().Find(Dialog)->isEnabled();
+            EXPECT_EQ(run.boxes.boxes.back().text,
+                      "The deletion could not be saved: no room. Nothing was changed.");
+            EXPECT_EQ(run.boxes.boxes.back().buttonsValue, Box::Exclamation);
+            Press("cmdCancel");
+        });
+        EXPECT_TRUE(isOpen);
+        EXPECT_NE(rows, "0");
+        EXPECT_EQ(Value("SELECT count(*) FROM " + table), rows);
+    }
 }

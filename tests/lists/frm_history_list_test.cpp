@@ -385,6 +385,23 @@ TEST_F(HistoryList, AsksBeforeTheDeleteKeyDeletesARow)
     EXPECT_EQ(CurrentSymbol(), " "); // the row that is current now
 }
 
+TEST_F(HistoryList, SaysWhyTheStoreRefusesAnEditOrADeletion)
+{
+    FiveTransactions();
+    OpenScreen();
+    RefuseWrites("History");
+    EXPECT_FALSE(Type(0, "Trans Date", "2/25/2026"));
+    EXPECT_EQ(run.boxes.boxes.back().text, "The row could not be stored: no room.\n"
+                                           "It stays as you typed it.");
+    EXPECT_TRUE(List().IsRowEdited());
+    run.boxes.Prepare("Your are about to delete", Answer::Yes);
+    PressInGrid(Qt::Key_Delete);
+    EXPECT_EQ(run.boxes.boxes.back().text, "The deletion of the transaction could not be saved: "
+                                           "no room. Nothing was changed.");
+    EXPECT_EQ(Rows(), m_newestFirst);
+    EXPECT_EQ(Value("SELECT count(*) FROM History"), "5");
+}
+
 TEST_F(HistoryList, DeletesARowThatHoldsAMistypedDate)
 {
     FiveTransactions();

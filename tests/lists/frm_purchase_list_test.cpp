@@ -257,6 +257,22 @@ TEST_F(PurchaseList, WarnsBeforeTheDeleteKeyDeletesALot)
     EXPECT_EQ(CurrentSymbol(), "ZETA");
 }
 
+TEST_F(PurchaseList, SaysWhyTheStoreRefusesAnEditOrADeletion)
+{
+    FourLots();
+    OpenScreen();
+    RefuseWrites("PriceHistory");
+    EXPECT_FALSE(Type(2, "PurchasePrice", "8"));
+    EXPECT_EQ(LastBox(), "The row could not be stored: no room.\nIt stays as you typed it.");
+    EXPECT_TRUE(List().IsRowEdited());
+    run.boxes.Prepare("Caution!", Answer::Yes);
+    PressInGrid(Qt::Key_Delete);
+    EXPECT_EQ(LastBox(), "The deletion of the purchase could not be saved: no room. "
+                         "Nothing was changed.");
+    EXPECT_EQ(Rows(), "A10 A12 O7 Z20");
+    EXPECT_FALSE(State().gRsLots.LotsOf("O'NEIL").empty());
+}
+
 TEST_F(PurchaseList, OpensTheDeleteDialogForTheCurrentRow)
 {
     FourLots();

@@ -82,6 +82,15 @@ protected:
         }
         return List().CommitRow();
     }
+    /// The running program's account refuses changes of the table from now on.
+    void RefuseWrites(const char *table)
+    {
+        for (const char *change : {"UPDATE", "DELETE"})
+            State().databases.gConnAccount.ExecuteScript(
+                QStringLiteral("CREATE TRIGGER Refuse%1 BEFORE %1 ON %2 "
+                               "BEGIN SELECT RAISE(ABORT, 'no room'); END")
+                    .arg(QString::fromUtf8(change), QString::fromUtf8(table)));
+    }
     void Press(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QKeyEvent press(QEvent::KeyPress, key, modifiers);

@@ -256,7 +256,8 @@ TEST_F(QuoteEditor, KeepsTheRowAsItWasTypedWhenTheFileIsLocked)
     GoTo("Second site");
     GridActions::EditCell(Sites(), "website Name", "Renamed");
     ASSERT_EQ(run.boxes.boxes.size(), 1u);
-    EXPECT_TRUE(run.boxes.Texts()[0].startsWith("The row could not be stored."));
+    EXPECT_EQ(run.boxes.Texts()[0], "The row could not be stored: database is locked.\n"
+                                    "It stays as you typed it.");
     EXPECT_TRUE(Sites().IsRowEdited());
     other.RollbackTrans();
     EXPECT_TRUE(Sites().CommitRow());

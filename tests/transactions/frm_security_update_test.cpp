@@ -516,6 +516,27 @@ TEST_F(SecurityScreen, AsksWhetherANewClassIsToStayInTheList)
     EXPECT_EQ(Boxes().size(), 1);
 }
 
+TEST_F(SecurityScreen, SaysWhyANewClassDoesNotComeIntoTheList)
+{
+    OpenEdit("ZETA");
+    State().databases.gConnApplControl.ExecuteScript(
+        "CREATE TRIGGER Refuse BEFORE INSERT ON ApplicationTable "
+        "BEGIN SELECT RAISE(ABORT, 'no room'); END");
+    Answer("Add this new Asset Class", Answer::Yes);
+    NewClass({"AssetClass=Wine"});
+    EXPECT_EQ(Boxes().last(), "The new asset class could not be saved: no room. Nothing was "
+                              "changed.");
+    EXPECT_EQ(Part<QComboBox>("dtlAssetClass")->findText("Wine"), -1);
+    EXPECT_TRUE(Classes().IsRowEdited());
+    State().databases.gConnApplControl.ExecuteScript("DROP TRIGGER Refuse");
+    Answer("Add this new Asset Class", Answer::Yes);
+    EXPECT_TRUE(Classes().CommitRow());
+    EXPECT_GE(Part<QComboBox>("dtlAssetClass")->findText("Wine"), 0);
+    EXPECT_EQ(InControl("SELECT count(*) FROM ApplicationTable WHERE TableName = 'AssetClass' AND "
+                        "Field08 = 'Wine'"),
+              "1");
+}
+
 TEST_F(SecurityScreen, TakesAKnownClassInAnySpellingOfItsLetters)
 {
     OpenEdit("ZETA");
