@@ -1,6 +1,7 @@
 #include "store/control_rows.h"
 
 #include "base/character_shift.h"
+#include "store/failed_write.h"
 #include "store/pending_changes.h"
 #include "store/recordset.h"
 #include "store/settings.h"
@@ -148,12 +149,12 @@ void ReadSecurity(const Recordset &rows, FieldReader &fields, const DescriptiveC
 
 /// Runs a write of a control row; an error is shown and leaves the row as it was.
 template <class Write>
-void OrShow(Services &services, const QString &firstLines, Write write)
+void OrShow(Services &services, const QString &what, Write write)
 {
     try {
         write();
     } catch (const RuntimeError &error) {
-        services.dialogs.MsgBox(firstLines + ErrorLines(error), Box::Exclamation, EditorTitle());
+        services.dialogs.MsgBox(FailedWrite(what, error).Text(), Box::Exclamation, EditorTitle());
     }
 }
 
@@ -216,7 +217,7 @@ QStringList LoadDescriptiveTable(Connection &gConnAccount, AccountState &account
 
 void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services)
 {
-    OrShow(services, QString(), [&] {
+    OrShow(services, QStringLiteral("The balance of the account"), [&] {
         const QDate today = services.clock.Today();
         WriteGuard guard(gConnAccount);
         gConnAccount.Execute(
@@ -231,7 +232,7 @@ void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &serv
 
 void UpdateCommissionStyle(Connection &gConnAccount, const QString &style, Services &services)
 {
-    OrShow(services, QString(), [&] {
+    OrShow(services, QStringLiteral("The commission style"), [&] {
         gConnAccount.Execute(
             QStringLiteral("UPDATE DescriptiveTable SET Field08 = ? WHERE TableName = 'Balance'"),
             style);
@@ -240,7 +241,7 @@ void UpdateCommissionStyle(Connection &gConnAccount, const QString &style, Servi
 
 void InsertStyleRow(Connection &gConnAccount, const AccountState &account, Services &services)
 {
-    OrShow(services, QString(), [&] {
+    OrShow(services, QStringLiteral("The commission style"), [&] {
         const QDate today = services.clock.Today();
         gConnAccount.Execute(
             QStringLiteral("INSERT INTO DescriptiveTable VALUES "
@@ -256,25 +257,29 @@ void InsertStyleRow(Connection &gConnAccount, const AccountState &account, Servi
 
 void InsertWebSiteRow(Connection &gConnAccount, const AccountState &account, Services &services)
 {
-    OrShow(services,
-           QStringLiteral("An error has been encountered while updating the WebSite.mdb \n"
-                          "database. Please take note of this message and contact TechSupport.\n"),
-           [&] {
-               const QDate today = services.clock.Today();
-               gConnAccount.Execute(
-                   QStringLiteral("INSERT INTO DescriptiveTable VALUES "
-                                  "('WebSite', 0, 0, 0, ?, ?, ?, 0, ?, ?, 0, 0, '0') "
-                                  "ON CONFLICT (TableName) DO UPDATE SET "
-                                  "Field06 = excluded.Field06, Field08 = excluded.Field08"),
-                   today, today, QString::number(account.WebUpdateMinutes.Value()),
-                   account.CurrentWebSiteName, NotChosen);
-           });
+    try {
+        const QDate today = services.clock.Today();
+        gConnAccount.Execute(
+            QStringLiteral("INSERT INTO DescriptiveTable VALUES "
+                           "('WebSite', 0, 0, 0, ?, ?, ?, 0, ?, ?, 0, 0, '0') "
+                           "ON CONFLICT (TableName) DO UPDATE SET "
+                           "Field06 = excluded.Field06, Field08 = excluded.Field08"),
+            today, today, QString::number(account.WebUpdateMinutes.Value()),
+            account.CurrentWebSiteName, NotChosen);
+    } catch (const RuntimeError &error) {
+        services.dialogs.MsgBox(
+            QStringLiteral("An error has been encountered while updating the WebSite.mdb \n"
+                           "database. Please take note of this message and contact "
+                           "TechSupport.\n") +
+                ErrorLines(error),
+            Box::Exclamation, EditorTitle());
+    }
 }
 
 void InsertSecurityRow(Connection &gConnAccount, const AccountState &account, Services &services)
 {
     const QString shifted = ShiftUp(account.LoginPassword);
-    OrShow(services, QString(), [&] {
+    OrShow(services, QStringLiteral("The sign-on of the account"), [&] {
         const QDate today = services.clock.Today();
         gConnAccount.Execute(
             QStringLiteral("INSERT INTO DescriptiveTable VALUES "

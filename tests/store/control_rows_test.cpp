@@ -345,8 +345,11 @@ TEST_F(WriteControlRows, EveryRefusedWriteIsShownAndLeavesTheRowAsItWas)
     InsertSecurityRow(m_account, m_state, Machine());
     const std::vector<std::string> boxes = m_machine.dialogs.TakeBoxes();
     ASSERT_EQ(boxes.size(), 4u);
-    for (const std::string &box : boxes)
-        EXPECT_EQ(box, "Quillon Editor|48|Error number -2147467259\nDescription: no room");
+    const char *const tried[] = {"The balance of the account", "The commission style",
+                                 "The commission style", "The sign-on of the account"};
+    for (size_t i = 0; i < boxes.size(); ++i)
+        EXPECT_EQ(boxes[i], std::string("Quillon Editor|48|") + tried[i] +
+                                " could not be saved: no room. Nothing was changed.");
     EXPECT_EQ(Row("Balance"), before);
     EXPECT_EQ(Row("Style1"), "(no row)");
 }
