@@ -3,7 +3,14 @@
 #include "shell/command_table.h"
 #include "shell/screen_registry.h"
 
+#include <QPixmapCache>
+
 #include <cstdlib>
+
+namespace
+{
+constexpr int PixmapCacheKilobytes = 2048; ///< the icons of all buttons are less than a tenth of it
+}
 
 /// The text of the first status panel.
 class Application::StatusText : public StatusLine
@@ -100,6 +107,9 @@ Application::Application(Clock &clock, Dialogs &dialogs, Lifetime &lifetime,
       m_clock(std::make_unique<RunClock>(*this, clock)),
       m_lifetime(std::make_unique<RunLifetime>(*this, lifetime))
 {
+    // Styles keep drawings of each window's buttons under names that no later window has. What is in
+    // use is far less than this; the rest gives way.
+    QPixmapCache::setCacheLimit(PixmapCacheKilobytes);
     RegisterCommands(m_commands);
     m_program = std::make_unique<Program>(
         Services{*m_clock, dialogs, *m_status, m_commands, *m_lifetime, m_settingsStore, m_formats,

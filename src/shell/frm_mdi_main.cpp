@@ -149,9 +149,11 @@ void frmMDIMain::UpdateConnectIcon()
     if (m_connectIconOn == on)
         return;
     m_connectIconOn = on;
-    Action(QStringLiteral("Connect"))
-        ->setIcon(AppIcon(m_program.services.programPath,
-                          on ? QStringLiteral("ConnectOn") : QStringLiteral("ConnectOff")));
+    QIcon &icon = on ? m_connectOn : m_connectOff;
+    if (icon.isNull())
+        icon = AppIcon(m_program.services.programPath,
+                       on ? QStringLiteral("ConnectOn") : QStringLiteral("ConnectOff"));
+    Action(QStringLiteral("Connect"))->setIcon(icon);
 }
 
 void frmMDIMain::Load()

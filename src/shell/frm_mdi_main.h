@@ -8,6 +8,7 @@
 #include "program/program.h"
 
 #include <QHash>
+#include <QIcon>
 #include <QMainWindow>
 
 class QAction;
@@ -74,5 +75,8 @@ private:
     StatusPanels *m_statusBar;
     QHash<QString, QAction *> m_actions;
     QHash<QString, QMenu *> m_menus;
+    /// Each icon is drawn once: a new one for every switch would fill the cache of drawings.
+    QIcon m_connectOn;
+    QIcon m_connectOff;
     std::optional<bool> m_connectIconOn;
 };

@@ -155,8 +155,10 @@ void StatusPanels::ShowConnectionState(int state, const QString &appPath)
     QLabel *panel = m_panels[PicturePanel - 1];
     // Bitmaps are finer than their place, for screens of a high resolution.
     const int side = std::max(PictureSide, fontMetrics().height());
-    panel->setPixmap(QIcon(appPath + QLatin1Char('/') + file)
-                         .pixmap(QSize(side, side), panel->devicePixelRatioF()));
+    QIcon &picture = m_pictures[file];
+    if (picture.isNull())
+        picture = QIcon(appPath + QLatin1Char('/') + file);
+    panel->setPixmap(picture.pixmap(QSize(side, side), panel->devicePixelRatioF()));
     panel->setFixedSize(panel->sizeHint()); // with the same size the bar is not laid out anew
     panel->setToolTip(MeaningOf(state));
     m_pictureFile = file;

@@ -10,6 +10,8 @@
 
 #include "program/program.h"
 
+#include <QHash>
+#include <QIcon>
 #include <QStatusBar>
 
 #include <array>
@@ -38,4 +40,6 @@ private:
 
     std::array<QLabel *, 5> m_panels = {};
     QString m_pictureFile;
+    /// By file. Each is read once: a new one for every request would fill the cache of drawings.
+    QHash<QString, QIcon> m_pictures;
 };

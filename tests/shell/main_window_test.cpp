@@ -9,6 +9,8 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QImage>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -525,6 +527,29 @@ TEST_F(MainWindow, ShowsThePictureOfTheConnectionAndLeavesItInAnUnknownState)
     run.State().priceUpdate.ConnectionState = 0;
     run.State().services.status.Post("");
     EXPECT_EQ(run.Panel(4), "ConnError.bmp");
+}
+
+TEST_F(MainWindow, ReadsEachPictureOfTheConnectionOnce)
+{
+    QImage square(16, 16, QImage::Format_RGB32);
+    square.fill(Qt::gray);
+    for (const char *file : {"/Connecting.bmp", "/ConnError.bmp"})
+        ASSERT_TRUE(square.save(run.State().services.appPath + file));
+    run.App().Launch();
+    const auto picture = [&](int state) {
+        run.State().priceUpdate.ConnectionState = state;
+        run.State().services.status.Post("");
+        for (const QLabel *panel : run.App().MainWindow().Status().findChildren<QLabel *>())
+            if (!panel->pixmap().isNull())
+                return panel->pixmap().cacheKey();
+        return qint64(0);
+    };
+    const qint64 connecting = picture(1);
+    const qint64 error = picture(4);
+    EXPECT_NE(connecting, 0);
+    EXPECT_NE(connecting, error);
+    EXPECT_EQ(picture(1), connecting);
+    EXPECT_EQ(picture(4), error);
 }
 
 // --- the idle logoff -----------------------------------------------------------------------------
