@@ -122,6 +122,9 @@ bool AccountLock::TakeInode(const QString &accountPath)
     if (m_socket < 0)
         return errno != EADDRINUSE;
     m_inode = name;
+    // While it is held no other file gets the number, even when the account is replaced or deleted. A
+    // descriptor of this kind leaves the locks of the store alone when it is closed.
+    m_account = open(QFile::encodeName(accountPath).constData(), O_PATH | O_CLOEXEC);
     return true;
 }
 
@@ -129,6 +132,8 @@ void AccountLock::ReleaseInode()
 {
     if (m_socket >= 0)
         close(std::exchange(m_socket, -1));
+    if (m_account >= 0)
+        close(std::exchange(m_account, -1));
     m_inode.clear();
 }
 

@@ -12,8 +12,9 @@
 ///
 /// An account is known by its real path: two ways to one file through a symbolic link are one
 /// account. Two names of one file (a hard link) have two such files beside them, so a name in the kernel
-/// that is made of device and inode is taken as well. Two locks stand against each other inside one process as well. Where no lock can be had
-/// (a folder that cannot be written, a file system without locks) the account goes without.
+/// that is made of device and inode is taken as well. Two locks exclude each other inside one process as
+/// well. Where no lock can be had (a folder that cannot be written, a file system without locks) the
+/// account goes without.
 
 #include <QString>
 
@@ -49,4 +50,5 @@ private:
     int m_file = -1;
     QByteArray m_inode; ///< name of the account's device and inode; empty: not held
     int m_socket = -1;
+    int m_account = -1; ///< keeps the inode from being given to another file
 };

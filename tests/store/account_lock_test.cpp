@@ -248,3 +248,16 @@ TEST_F(HardLinkedAccount, IsLockedAsTheFileThatItIsAfterACompaction)
     EXPECT_EQ(SecondProgram(Other()).said, "taken"); // the file of before
     EXPECT_EQ(SecondProgram(m_file.Path()).said, "open elsewhere");
 }
+
+TEST(AnAccountThatIsDeleted, WhileItIsLockedLeavesNoLockOnTheFileThatGetsItsPlace)
+{
+    AccountFile deleted;
+    AccountLock lock;
+    EXPECT_EQ(lock.Acquire(deleted.Path()), Outcome::Taken);
+    ASSERT_TRUE(QFile::remove(deleted.Path()));
+    for (int i = 0; i < 20; ++i) { // many a file system gives the number to the next one
+        const QString next = deleted.In(qPrintable(QStringLiteral("Next %1.mdb").arg(i)));
+        AccountFile::Write(next, AccountFile::EmptyAccount());
+        EXPECT_EQ(AccountLock().Acquire(next), Outcome::Taken) << i;
+    }
+}
