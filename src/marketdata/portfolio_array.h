@@ -39,9 +39,9 @@ using PortfolioArray = std::vector<PortfolioEntry>;
 PortfolioArray LoadCurrPortfolioArray(TrackerRecordset &rows, Connection &gConnApplControl);
 
 /// Puts price and time of the entries into the rows, in their order, for the valuation to write them;
-/// the form of an option that the site wants is taken off again. From the first row whose symbol is not that of its entry on,
-/// rows keep their prices, and so do rows that were added since the entries were made. The cursor
-/// then stands on the first row. The remarks of the entries become marks of the rows; rows that keep
+/// the form of an option that the site wants is taken off again. From the first row whose symbol is not
+/// that of its entry on, rows keep their prices, and so do rows that were added since the entries were
+/// made. The cursor then stands on the first row. The remarks of the entries become marks of the rows; rows that keep
 /// their prices are marked with `notReached`, and so are rows that cannot be read.
 void UpdateDTRecordset(TrackerRecordset &rows, PortfolioArray &entries, const QString &optionPrefix,
                        const QString &optionSuffix, const PriceMark &notReached = {});

@@ -5,6 +5,7 @@
 #include "program/form.h"
 #include "program/input_hold.h"
 #include "program/list_refresh.h"
+#include "store/control_rows.h"
 #include "store/failed_write.h"
 #include "store/pending_changes.h"
 #include "tracking/daily_balances.h"
@@ -165,14 +166,8 @@ void SaveBeforeRebuild(Program &program)
     PostingWork work = program.Posting();
     CommitPending(work);
     EnableUndoCommands(program.services.commands, false);
-    OrFail(QStringLiteral("The balance of the account"), [&] {
-        WriteGuard guard(work.gConnAccount);
-        work.gConnAccount.Execute(
-            QStringLiteral("UPDATE DescriptiveTable SET Field01 = ? WHERE TableName = 'Balance'"),
-            program.account.AccountBalance);
-        ClearPendingBalance(work.gConnAccount);
-        guard.Commit();
-    });
+    OrFail(QStringLiteral("The balance of the account"),
+           [&] { UpdateBalanceRow(work.gConnAccount, program.account.AccountBalance); });
 }
 
 /// False when the account did not come back, so that nothing was begun.

@@ -215,6 +215,16 @@ QStringList LoadDescriptiveTable(Connection &gConnAccount, AccountState &account
     return *problems;
 }
 
+void UpdateBalanceRow(Connection &gConnAccount, Currency balance)
+{
+    WriteGuard guard(gConnAccount);
+    gConnAccount.Execute(
+        QStringLiteral("UPDATE DescriptiveTable SET Field01 = ? WHERE TableName = 'Balance'"),
+        balance);
+    ClearPendingBalance(gConnAccount);
+    guard.Commit();
+}
+
 void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services)
 {
     OrShow(services, QStringLiteral("The balance of the account"), [&] {

@@ -26,6 +26,9 @@
 QStringList LoadDescriptiveTable(Connection &gConnAccount, AccountState &account, QDate today,
                                  const std::function<void()> &convertToVersion5 = {});
 
+/// Field01 of the Balance row that is there; the balance is pending no longer. Throws RuntimeError, and
+/// nothing is written then.
+void UpdateBalanceRow(Connection &gConnAccount, Currency balance);
 /// New Balance row, or a new Field01 of the one that is there.
 void InsertBalanceRow(Connection &gConnAccount, Currency balance, Services &services);
 /// The commission style in force goes into Field08 of the Balance row.

@@ -1,6 +1,6 @@
 #include "tracking/daily_balances.h"
 
-#include "store/pending_changes.h"
+#include "store/control_rows.h"
 
 namespace
 {
@@ -37,10 +37,7 @@ void ShowError(const QString &firstLine, const RuntimeError &error, Services &se
 void WriteDailyBalance(Connection &gConnAccount, Currency balance, QDate date, QTime now)
 {
     WriteGuard guard(gConnAccount);
-    gConnAccount.Execute(
-        QStringLiteral("UPDATE DescriptiveTable SET Field01 = ? WHERE TableName = 'Balance'"),
-        balance);
-    ClearPendingBalance(gConnAccount);
+    UpdateBalanceRow(gConnAccount, balance);
     Statement statement = PrepareBalance(gConnAccount);
     WriteBalance(statement, balance, date, now, QStringLiteral("Portfolio"));
     guard.Commit();
