@@ -1,3 +1,5 @@
+#include "sample_form.h"
+
 #include "driver/looks.h"
 
 #include "driver/failure.h"
@@ -19,12 +21,11 @@ namespace
 {
 
 /// A form as the program has them, with a ground of its own colour.
-class TheLooks : public testing::Test
+class TheLooks : public SampleForm
 {
 protected:
     TheLooks()
     {
-        form.setObjectName("frmSample");
         QPalette palette = form.palette();
         palette.setColor(QPalette::Window, QColor("#102030"));
         palette.setColor(QPalette::WindowText, QColor("#f0f0f0"));
@@ -34,17 +35,6 @@ protected:
         palette.setColor(QPalette::Disabled, QPalette::Text, QColor("#808080"));
         form.setPalette(palette);
     }
-    template <class Control>
-    Control *Add(const char *name)
-    {
-        auto *control = new Control(&form);
-        control->setObjectName(name);
-        layout->addWidget(control);
-        return control;
-    }
-
-    QWidget form;
-    QVBoxLayout *layout = new QVBoxLayout(&form);
 };
 
 TEST_F(TheLooks, AreTheColorsOfAFieldInItsState)

@@ -1,3 +1,5 @@
+#include "sample_form.h"
+
 #include "driver/widget_actions.h"
 
 #include "driver/failure.h"
@@ -29,19 +31,9 @@ namespace
 {
 
 /// A window with a form's name, shown and active.
-class TheHands : public testing::Test
+class TheHands : public SampleForm
 {
 protected:
-    TheHands() { form.setObjectName("frmSample"); }
-
-    template <class Control>
-    Control *Add(const char *name)
-    {
-        auto *control = new Control(&form);
-        control->setObjectName(name);
-        layout->addWidget(control);
-        return control;
-    }
     void Show()
     {
         form.show();
@@ -57,9 +49,6 @@ protected:
         }
         return 0;
     }
-
-    QWidget form;
-    QVBoxLayout *layout = new QVBoxLayout(&form);
 };
 
 /// Counts the keys that arrive, as a form with key handling sees them.

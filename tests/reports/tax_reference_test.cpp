@@ -98,6 +98,16 @@ std::string CostBasisLine(const QString &symbol, const SaleFigures &sale, int ce
            Money(sale.proceeds + sale.cost);
 }
 
+/// A part of the ledger's days, or all of it.
+ReportChoice ChoiceOf(bool inRange)
+{
+    ReportChoice choice;
+    choice.from = inRange ? QDate(2024, 5, 1) : QDate(2000, 1, 1);
+    choice.to = inRange ? QDate(2024, 9, 30) : QDate(2100, 1, 1);
+    choice.rows = inRange ? ReportRows::DateRange : ReportRows::All;
+    return choice;
+}
+
 class TaxReference : public testing::TestWithParam<unsigned>
 {};
 
@@ -114,10 +124,7 @@ TEST_P(TaxReference, AgreesOnEverySaleAndTotalOfARandomLedger)
             prices[trade.symbol].push_back(trade.cents);
 
     for (const bool inRange : {false, true}) {
-        ReportChoice choice;
-        choice.from = inRange ? QDate(2024, 5, 1) : QDate(2000, 1, 1);
-        choice.to = inRange ? QDate(2024, 9, 30) : QDate(2100, 1, 1);
-        choice.rows = inRange ? ReportRows::DateRange : ReportRows::All;
+        const ReportChoice choice = ChoiceOf(inRange);
         Lines expected;
         SaleFigures all;
         for (const auto &[symbol, sales] : Reference(trades).Sales(choice.from, choice.to)) {
@@ -156,10 +163,7 @@ TEST_P(TaxReference, AgreesOnTheSummaryOfARandomLedger)
     ReportAccount account;
     WriteLedger(account, trades);
     for (const bool inRange : {false, true}) {
-        ReportChoice choice;
-        choice.from = inRange ? QDate(2024, 5, 1) : QDate(2000, 1, 1);
-        choice.to = inRange ? QDate(2024, 9, 30) : QDate(2100, 1, 1);
-        choice.rows = inRange ? ReportRows::DateRange : ReportRows::All;
+        const ReportChoice choice = ChoiceOf(inRange);
         Lines expected;
         SaleFigures all;
         for (const auto &[symbol, sales] : Reference(trades).Sales(choice.from, choice.to)) {
